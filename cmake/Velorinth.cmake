@@ -1,0 +1,72 @@
+# Shared build rules: warnings, sanitizers, and one library target per folder.
+
+include_guard(GLOBAL)
+
+# What every target of ours compiles with.
+add_library(velorinth_options INTERFACE)
+target_compile_features(velorinth_options INTERFACE cxx_std_20)
+target_compile_options(
+  velorinth_options
+  INTERFACE -Wall
+            -Wextra
+            -Wpedantic
+            -Wconversion
+            -Werror
+            -pthread
+            # The same picture and the same numbers on every machine.
+            -ffp-contract=off)
+target_link_options(velorinth_options INTERFACE -pthread)
+if(WIN32)
+  target_compile_definitions(velorinth_options INTERFACE UNICODE _UNICODE _WIN32_WINNT=0x0A00 WINVER=0x0A00 NOMINMAX)
+  # One file to copy: no runtime library has to lie beside a Windows program.
+  target_link_options(velorinth_options INTERFACE -static)
+endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+  target_compile_definitions(velorinth_options INTERFACE _GLIBCXX_ASSERTIONS)
+endif()
+if(VELORINTH_SANITIZE)
+  set(sanitize -fsanitize=${VELORINTH_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  # Line tables are all that a report needs.
+  target_compile_options(velorinth_options INTERFACE ${sanitize} -O1 -g1)
+  target_link_options(velorinth_options INTERFACE ${sanitize})
+endif()
+if(VELORINTH_FUZZ)
+  target_compile_options(velorinth_options INTERFACE -fsanitize=fuzzer-no-link,address,undefined
+                                                     -fno-sanitize-recover=all -O1)
+  target_link_options(velorinth_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# Makes the folder `prefix` (a path from the project's root) includable as "prefix/Header.h" by this target and by what
+# links to it, and by nobody else. That is what makes an include against the direction of the arrows fail to build.
+function(velorinth_expose target prefix)
+  cmake_path(GET prefix PARENT_PATH parent)
+  set(root ${CMAKE_BINARY_DIR}/include/${target})
+  file(MAKE_DIRECTORY ${root}/${parent})
+  if(NOT EXISTS ${root}/${prefix})
+    file(CREATE_LINK ${PROJECT_SOURCE_DIR}/${prefix} ${root}/${prefix} SYMBOLIC)
+  endif()
+  get_target_property(type ${target} TYPE)
+  if(type STREQUAL "INTERFACE_LIBRARY")
+    target_include_directories(${target} INTERFACE ${root})
+  else()
+    target_include_directories(${target} PUBLIC ${root})
+  endif()
+endfunction()
+
+# velorinth_library(<target> SOURCES ... DEPENDS ...): the library of the current folder.
+# DEPENDS are the only folders whose headers its sources, and those of its users, can see.
+function(velorinth_library target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS;PRIVATE")
+  add_library(${target} STATIC ${arg_SOURCES})
+  cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_SOURCE_DIR} OUTPUT_VARIABLE prefix)
+  velorinth_expose(${target} ${prefix})
+  target_link_libraries(${target} PUBLIC ${arg_DEPENDS} PRIVATE velorinth_options ${arg_PRIVATE})
+endfunction()
+
+# velorinth_program(<target> SOURCES ... DEPENDS ...): a program that lands in the build's bin folder.
+function(velorinth_program target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "SOURCES;DEPENDS")
+  add_executable(${target} ${arg_SOURCES})
+  target_link_libraries(${target} PRIVATE velorinth_options ${arg_DEPENDS})
+  set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+endfunction()
