@@ -1,0 +1,41 @@
+# Puts the stand-ins where a real package lies, but never over a file that isn't a stand-in of an earlier build:
+# cmake -D STAND_INS=... -D PLACED=... -D BUILD=... -P place.cmake
+#
+# For each file placed, PLACED keeps its hash. A target that is there and has another hash is a player's own file.
+
+function(place source target)
+  set(destination ${BUILD}/${target})
+  set(record ${PLACED}/${target}.sha256)
+  file(SHA256 ${STAND_INS}/${source} new)
+  if(EXISTS ${destination})
+    if(IS_DIRECTORY ${destination})
+      message(STATUS "${target} is left alone: it is a folder")
+      return()
+    endif()
+    file(SHA256 ${destination} present)
+    set(placed "")
+    if(EXISTS ${record})
+      file(READ ${record} placed)
+    endif()
+    if(NOT present STREQUAL new AND NOT present STREQUAL placed)
+      message(STATUS "${target} is left alone: it is not the stand-in")
+      return()
+    endif()
+  endif()
+  if(NOT "${present}" STREQUAL new)
+    cmake_path(GET destination PARENT_PATH folder)
+    file(MAKE_DIRECTORY ${folder})
+    # By way of a second name: an interrupted copy must not look like a file of the player's.
+    file(COPY_FILE ${STAND_INS}/${source} ${destination}.new)
+    file(RENAME ${destination}.new ${destination})
+  endif()
+  file(WRITE ${record} ${new})
+endfunction()
+
+place(quake2.exe bin/Engine/quake2.exe)
+place(KVR.dll bin/Drivers/KVR.dll)
+place(KVR2.dll bin/Drivers/KVR2.dll)
+place(quake2.exe "sample/Quake II/quake2.exe")
+place(ref_gl.dll "sample/Quake II/ref_gl.dll")
+place(gamex86.dll "sample/Quake II/baseq2/gamex86.dll")
+place(pak0.pak "sample/Quake II/baseq2/pak0.pak")
