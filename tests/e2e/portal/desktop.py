@@ -183,7 +183,8 @@ class Desktop:
         return int(answer.split()[1].strip(",)")) if answer.startswith("(uint32") else None
 
     def logs(self):
-        return "\n".join(f"== {log.name}\n{log.read_text(errors='replace')}" for log in sorted(self.folder.glob("*.log")))
+        return "\n".join(f"== {log.name}\n{log.read_text(errors='replace')}"
+                         for log in sorted(self.folder.glob("*.log")))
 
     def close(self):
         deadline = time.monotonic() + 20

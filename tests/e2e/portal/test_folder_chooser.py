@@ -191,8 +191,8 @@ class CancelTest(FolderChooserTest):
     def test_cancel_button(self):
         probe = Probe(self.desktop)
         window = probe.window()
-        # The buttons are as wide as the font makes them. Right of Cancel is the other one, which is greyed out as long as
-        # nothing is chosen, so a click there does nothing.
+        # The buttons are as wide as the font makes them. Right of Cancel is the other one, which is greyed out as long
+        # as nothing is chosen, so a click there does nothing.
         for distance in range(30, 600, 50):
             self.click(window, distance)
             if probe.ends_within(1):

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Search/DriveType.h"
 
-#include "../Wine/FakeHome.h"
 #include "Platform/Interface/Paths.h"
+#include "tests/support/FakeHome.h"
 #include "tests/support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -1,6 +1,6 @@
-#include "../Wine/FakeHome.h"
 #include "Platform/Interface/Paths.h"
 #include "Platform/Interface/SearchPlaces.h"
+#include "tests/support/FakeHome.h"
 
 #include <gtest/gtest.h>
 

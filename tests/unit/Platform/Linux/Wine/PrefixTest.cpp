@@ -1,7 +1,7 @@
 #include "Platform/Linux/Wine/Prefix.h"
 
-#include "FakeHome.h"
 #include "Platform/Interface/Paths.h"
+#include "tests/support/FakeHome.h"
 #include "tests/support/GameFiles.h"
 
 #include <gtest/gtest.h>

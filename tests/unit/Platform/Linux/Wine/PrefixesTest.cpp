@@ -1,7 +1,7 @@
 #include "Platform/Linux/Wine/Prefixes.h"
 
-#include "FakeHome.h"
 #include "Platform/Interface/Paths.h"
+#include "tests/support/FakeHome.h"
 
 #include <gtest/gtest.h>
 #include <stdlib.h>

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Wine/RegistryFile.h"
 
-#include "FakeHome.h"
+#include "tests/support/FakeHome.h"
 #include "tests/support/GameFiles.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,4 +1,4 @@
-#include "FakeHome.h"
+#include "tests/support/FakeHome.h"
 
 #include "tests/support/GameFiles.h"
 
