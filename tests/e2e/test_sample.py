@@ -32,6 +32,12 @@ class Window(WineWorld):
         self.addCleanup(manager.terminate)
         # Wine must go before its display does.
         self.addCleanup(self.end_wine, manager.pid)
+        wait_until(self.is_managed, "the window manager")
+
+    def is_managed(self):
+        answer = subprocess.run(["xprop", "-root", "_NET_SUPPORTING_WM_CHECK"], env=self.environment, text=True,
+                                capture_output=True, timeout=30, check=False).stdout
+        return "window id" in answer
 
     def xdotool(self, *arguments):
         return subprocess.run(["xdotool", *arguments], env=self.environment, text=True, capture_output=True,
@@ -44,9 +50,15 @@ class Window(WineWorld):
     def visible_windows(self):
         return self.xdotool("search", "--onlyvisible", "--name", f"^{re.escape(TITLE)}$").split()
 
-    def press(self, window, key):
-        self.xdotool("windowactivate", "--sync", window)
-        self.xdotool("key", key)
+    def press_until_it_closes(self, window, key):
+        """A window that has just appeared may not have the keyboard yet: a person would press the key again."""
+        def closed():
+            if window not in self.visible_windows():
+                return True
+            self.xdotool("windowactivate", window)
+            self.xdotool("key", key)
+            return False
+        wait_until(closed, f"{key} closes the window")
 
     def test_window_of_the_modes_size_lives_until_escape(self):
         window = self.open_window("--mode", "1")
@@ -54,13 +66,13 @@ class Window(WineWorld):
         self.assertIn("Geometry: 400x300\n", self.xdotool("getwindowgeometry", window))
         self.assertEqual(self.xdotool("getwindowname", window), TITLE + "\n")
         self.assertEqual(self.log()[0]["display"], "yes")
-        self.press(window, "Escape")
+        self.press_until_it_closes(window, "Escape")
         self.assertEqual(self.finish(self.starter).line, {"exitCode": 0, "message": "Quake II closed."})
 
     def test_window_is_closed_like_any_other(self):
         window = self.open_window()
         self.assertIn('"process":true', self.starter.stdout.readline().decode())
-        self.press(window, "alt+F4")
+        self.press_until_it_closes(window, "alt+F4")
         self.assertEqual(self.finish(self.starter).line["exitCode"], 0)
 
     def test_window_closes_by_itself_when_its_time_is_over(self):
