@@ -2,6 +2,7 @@
 // Platform/Windows.
 #pragma once
 
+#include <cstdio>
 #include <filesystem>
 #include <string>
 #include <string_view>
@@ -30,5 +31,8 @@ std::filesystem::path WeaklyCanonical(const std::filesystem::path& path, std::er
 /// functions write UTF-16; on Linux, where they write UTF-8, there is nothing to do. Failures are left to the writes
 /// that follow.
 void PrepareProfileFile(const std::filesystem::path& path) noexcept;
+
+/// Opens a file of text for writing, emptied or new, its line ends as written. Null on failure. The caller closes it.
+std::FILE* OpenForWriting(const std::filesystem::path& path) noexcept;
 
 }  // namespace Platform

@@ -123,4 +123,8 @@ void PrepareProfileFile(const fs::path& path) noexcept {
     if (file.IsOpen()) WriteFile(file.Get(), mark.data(), static_cast<DWORD>(mark.size()), &written, nullptr);
 }
 
+std::FILE* OpenForWriting(const fs::path& path) noexcept {
+    return _wfopen(path.c_str(), L"wb");
+}
+
 }  // namespace Platform

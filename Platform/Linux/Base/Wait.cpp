@@ -125,6 +125,10 @@ DWORD WaitForSingleObject(HANDLE object, DWORD milliseconds) noexcept {
     return WaitForMultipleObjectsEx(1, &object, FALSE, milliseconds, FALSE);
 }
 
+DWORD WaitForSingleObjectEx(HANDLE object, DWORD milliseconds, BOOL alertable) noexcept {
+    return WaitForMultipleObjectsEx(1, &object, FALSE, milliseconds, alertable);
+}
+
 DWORD WaitForMultipleObjects(DWORD count, const HANDLE* objects, BOOL waitAll, DWORD milliseconds) noexcept {
     return WaitForMultipleObjectsEx(count, objects, waitAll, milliseconds, FALSE);
 }

@@ -1,7 +1,7 @@
 #include "Platform/Linux/Dialog/ChooserProgram.h"
 
+#include "Platform/Linux/Base/Trace.h"
 #include "Platform/Linux/Dialog/ChooserProcess.h"
-#include "Platform/Linux/Dialog/Trace.h"
 
 #include <sys/stat.h>
 #include <unistd.h>

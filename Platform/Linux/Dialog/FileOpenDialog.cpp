@@ -1,6 +1,7 @@
 #include "Platform/Linux/Dialog/FileOpenDialog.h"
 
 #include "Platform/Interface/Paths.h"
+#include "Platform/Linux/Com/ClassRegistry.h"
 #include "Platform/Linux/Dialog/ChooserProgram.h"
 #include "Platform/Linux/Dialog/OwnerWatch.h"
 #include "Platform/Linux/Dialog/Portal.h"
@@ -182,3 +183,7 @@ HRESULT CreateFileOpenDialog(REFIID iid, void** object) noexcept try {
 }
 
 }  // namespace Platform
+
+// Named for the linker, which is told to keep it.
+extern "C" const Platform::ClassRegistration VelorinthFileOpenDialogClass;
+const Platform::ClassRegistration VelorinthFileOpenDialogClass(CLSID_FileOpenDialog, Platform::CreateFileOpenDialog);

@@ -1,6 +1,6 @@
 #include "Platform/Linux/Dialog/OwnerWatch.h"
 
-#include "Platform/Linux/Dialog/WindowRegistry.h"
+#include "Platform/Linux/Window/Registry/WindowRegistry.h"
 
 #include <poll.h>
 #include <sys/epoll.h>

@@ -1,10 +1,10 @@
 #include "Platform/Linux/Dialog/PortalConversation.h"
 
+#include "Platform/Linux/Base/Trace.h"
 #include "Platform/Linux/Dialog/BusAddress.h"
 #include "Platform/Linux/Dialog/OwnerWatch.h"
 #include "Platform/Linux/Dialog/PortalBackEnds.h"
 #include "Platform/Linux/Dialog/PortalRequest.h"
-#include "Platform/Linux/Dialog/Trace.h"
 
 #include <glib-unix.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/Dialog/ComObject.h"
+#include "Platform/Linux/Base/ComObject.h"
 
 #include <shobjidl.h>
 

@@ -25,4 +25,8 @@ std::filesystem::path WeaklyCanonical(const std::filesystem::path& path, std::er
 
 void PrepareProfileFile(const std::filesystem::path&) noexcept {}
 
+std::FILE* OpenForWriting(const std::filesystem::path& path) noexcept {
+    return std::fopen(path.c_str(), "we");
+}
+
 }  // namespace Platform

@@ -1,4 +1,4 @@
-// Apartments and object creation. Implemented in Platform/Linux/Dialog.
+// Apartments and object creation. Implemented in Platform/Linux/Com.
 #pragma once
 
 #include <unknwn.h>

@@ -19,6 +19,7 @@ BOOL ResetEvent(HANDLE event) noexcept;
 /// Waits up to `milliseconds` (INFINITE for ever) until the object is signalled: an event that is set, a process that
 /// has ended. WAIT_OBJECT_0, WAIT_TIMEOUT or WAIT_FAILED.
 DWORD WaitForSingleObject(HANDLE object, DWORD milliseconds) noexcept;
+DWORD WaitForSingleObjectEx(HANDLE object, DWORD milliseconds, BOOL alertable) noexcept;
 
 /// Waits for one (`waitAll` false) or for all of up to 64 objects. With `waitAll` false the result is WAIT_OBJECT_0
 /// plus the lowest index that is signalled, and only that object is reset. `alertable` has no effect: nothing here

@@ -2,6 +2,7 @@
 // what Linux offers. It declares only what has a caller here and grows only when one needs it.
 #pragma once
 
+#include <debugapi.h>
 #include <errhandlingapi.h>
 #include <fileapi.h>
 #include <handleapi.h>
@@ -10,10 +11,12 @@
 #include <minwindef.h>
 #include <processenv.h>
 #include <processthreadsapi.h>
+#include <profileapi.h>
 #include <stringapiset.h>
 #include <synchapi.h>
 #include <sysinfoapi.h>
 #include <winbase.h>
+#include <windef.h>
 #include <winerror.h>
 #include <winreg.h>
 #include <winuser.h>

@@ -3,7 +3,7 @@
 // Prints what comes of it as name=value lines.
 
 #include "launcher/GameDiscovery/FolderPicker.h"
-#include "Platform/Linux/Dialog/WindowRegistry.h"
+#include "Platform/Linux/Window/Registry/WindowRegistry.h"
 #include "Platform/Text/Unicode.h"
 
 #include <cstdio>

@@ -4,7 +4,7 @@
 
 #include "DialogFixture.h"
 #include "Platform/Interface/Paths.h"
-#include "Platform/Linux/Dialog/WindowRegistry.h"
+#include "Platform/Linux/Window/Registry/WindowRegistry.h"
 #include "tests/support/GameFiles.h"
 
 #include <gmock/gmock.h>

@@ -2,7 +2,7 @@
 
 #include "DialogFixture.h"
 #include "Platform/Interface/Paths.h"
-#include "Platform/Linux/Dialog/WindowRegistry.h"
+#include "Platform/Linux/Window/Registry/WindowRegistry.h"
 
 #include <sys/socket.h>
 #include <sys/un.h>

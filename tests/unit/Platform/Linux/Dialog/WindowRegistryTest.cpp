@@ -1,5 +1,5 @@
 #include "Platform/Linux/Dialog/OwnerWatch.h"
-#include "Platform/Linux/Dialog/WindowRegistry.h"
+#include "Platform/Linux/Window/Registry/WindowRegistry.h"
 #include "tests/support/ScopedEnvironment.h"
 
 #include <gtest/gtest.h>

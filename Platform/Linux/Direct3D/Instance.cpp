@@ -1,0 +1,105 @@
+#include "Platform/Linux/Direct3D/Instance.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cstdio>
+#include <mutex>
+#include <string_view>
+#include <vector>
+
+namespace Platform::Direct3D {
+
+namespace {
+
+constexpr const char* validationLayer = "VK_LAYER_KHRONOS_validation";
+constexpr const char* xcbSurfaceExtension = "VK_KHR_xcb_surface";
+
+std::atomic<bool> validate{false};
+std::atomic<std::uint64_t> messages{0};
+
+VKAPI_ATTR VkBool32 VKAPI_CALL OnMessage(VkDebugUtilsMessageSeverityFlagBitsEXT, VkDebugUtilsMessageTypeFlagsEXT,
+                                         const VkDebugUtilsMessengerCallbackDataEXT* data, void*) {
+    messages.fetch_add(1, std::memory_order_relaxed);
+    std::fprintf(stderr, "Vulkan validation: %s\n", data->pMessage);
+    return VK_FALSE;
+}
+
+bool HasExtension(std::string_view name) {
+    std::uint32_t count = 0;
+    Check(vkEnumerateInstanceExtensionProperties(nullptr, &count, nullptr));
+    std::vector<VkExtensionProperties> all(count);
+    Check(vkEnumerateInstanceExtensionProperties(nullptr, &count, all.data()));
+    return std::ranges::any_of(all, [&](const auto& each) { return name == each.extensionName; });
+}
+
+bool HasLayer(std::string_view name) {
+    std::uint32_t count = 0;
+    Check(vkEnumerateInstanceLayerProperties(&count, nullptr));
+    std::vector<VkLayerProperties> all(count);
+    Check(vkEnumerateInstanceLayerProperties(&count, all.data()));
+    return std::ranges::any_of(all, [&](const auto& each) { return name == each.layerName; });
+}
+
+Instance MakeInstance() {
+    Check(volkInitialize());
+    // A loader older than Vulkan 1.1 lacks this function and makes instances of version 1.0 only.
+    std::uint32_t version = VK_API_VERSION_1_0;
+    if (vkEnumerateInstanceVersion) Check(vkEnumerateInstanceVersion(&version));
+    if (version < VK_API_VERSION_1_3) throw VulkanError(VK_ERROR_INCOMPATIBLE_DRIVER);
+
+    Instance made;
+    made.hasXcbSurfaces = HasExtension(VK_KHR_SURFACE_EXTENSION_NAME) && HasExtension(xcbSurfaceExtension);
+    std::vector<const char*> extensions;
+    std::vector<const char*> layers;
+    if (made.hasXcbSurfaces) extensions = {VK_KHR_SURFACE_EXTENSION_NAME, xcbSurfaceExtension};
+
+    auto messenger = Typed<VkDebugUtilsMessengerCreateInfoEXT>(VK_STRUCTURE_TYPE_DEBUG_UTILS_MESSENGER_CREATE_INFO_EXT);
+    messenger.messageSeverity =
+        VK_DEBUG_UTILS_MESSAGE_SEVERITY_ERROR_BIT_EXT | VK_DEBUG_UTILS_MESSAGE_SEVERITY_WARNING_BIT_EXT;
+    messenger.messageType = VK_DEBUG_UTILS_MESSAGE_TYPE_VALIDATION_BIT_EXT;
+    messenger.pfnUserCallback = &OnMessage;
+    if (validate) {
+        layers.push_back(validationLayer);
+        extensions.push_back(VK_EXT_DEBUG_UTILS_EXTENSION_NAME);
+    }
+
+    auto application = Typed<VkApplicationInfo>(VK_STRUCTURE_TYPE_APPLICATION_INFO);
+    application.apiVersion = VK_API_VERSION_1_3;
+    auto info = Typed<VkInstanceCreateInfo>(VK_STRUCTURE_TYPE_INSTANCE_CREATE_INFO);
+    info.pNext = validate ? &messenger : nullptr;
+    info.pApplicationInfo = &application;
+    info.enabledLayerCount = static_cast<std::uint32_t>(layers.size());
+    info.ppEnabledLayerNames = layers.data();
+    info.enabledExtensionCount = static_cast<std::uint32_t>(extensions.size());
+    info.ppEnabledExtensionNames = extensions.data();
+    Check(vkCreateInstance(&info, nullptr, &made.handle));
+    volkLoadInstance(made.handle);
+    if (validate) {
+        VkDebugUtilsMessengerEXT unused = VK_NULL_HANDLE;  // lives as long as the instance: for ever
+        Check(vkCreateDebugUtilsMessengerEXT(made.handle, &messenger, nullptr, &unused));
+    }
+    return made;
+}
+
+}  // namespace
+
+const Instance& SharedInstance() {
+    // A driver that failed may be there the next time: only a success is kept.
+    static std::mutex mutex;
+    static Instance instance;  // guarded by mutex until it has a handle
+    const std::lock_guard lock(mutex);
+    if (!instance.handle) instance = MakeInstance();
+    return instance;
+}
+
+bool EnableValidation() {
+    if (volkInitialize() != VK_SUCCESS || !HasLayer(validationLayer)) return false;
+    validate = true;
+    return true;
+}
+
+std::uint64_t ValidationMessages() {
+    return messages.load(std::memory_order_relaxed);
+}
+
+}  // namespace Platform::Direct3D

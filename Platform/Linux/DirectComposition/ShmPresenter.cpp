@@ -1,0 +1,210 @@
+#include "Platform/Linux/DirectComposition/ShmPresenter.h"
+
+#include "Platform/Linux/Direct3D/Device.h"
+#include "Platform/Linux/DirectComposition/Transformed.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+#include <exception>
+#include <utility>
+
+using Microsoft::WRL::ComPtr;
+
+namespace Platform::DirectComposition {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr std::chrono::nanoseconds displayPeriod = 1'000'000'000ns / 60;
+// Of a window that nobody sees a frame is drawn now and then only: a large animated background costs a software device
+// some 50 ms of processor time, and that is to stay below two percent.
+constexpr std::chrono::nanoseconds hiddenPeriod = 3s;
+
+ComPtr<Direct3D::IPresentable> PresentableOf(IUnknown* content) {
+    ComPtr<Direct3D::IPresentable> presentable;
+    if (FAILED(content->QueryInterface(__uuidof(Direct3D::IPresentable),
+                                       reinterpret_cast<void**>(presentable.GetAddressOf())))) {
+        return nullptr;
+    }
+    return presentable;
+}
+
+bool IsWholePixelShift(const D2D_MATRIX_3X2_F& placement) {
+    return placement.m11 == 1 && placement.m12 == 0 && placement.m21 == 0 && placement.m22 == 1 &&
+           placement.dx == std::trunc(placement.dx) && placement.dy == std::trunc(placement.dy) &&
+           std::fabs(placement.dx) < 32768 && std::fabs(placement.dy) < 32768;
+}
+
+Direct3D::PixelRect WholeOf(const Direct3D::Texture& texture) {
+    return {0, 0, texture.Size().width, texture.Size().height};
+}
+
+}  // namespace
+
+ShmPresenter::Screen::Screen(NativeWindowView nativeView)
+    : view(std::move(nativeView)), context(xcb_generate_id(view.connection.get())) {
+    xcb_create_gc(view.connection.get(), context, view.window, 0, nullptr);
+}
+
+ShmPresenter::Screen::~Screen() {
+    for (auto& image : images) image.reset();
+    xcb_free_gc(view.connection.get(), context);
+    xcb_flush(view.connection.get());
+}
+
+SharedImage* ShmPresenter::Screen::NextImage(SIZE size) {
+    const std::lock_guard lock(mutex);
+    std::unique_ptr<SharedImage>& image = images[1 - current];
+    if (image && image->View().width == size.cx && image->View().height == size.cy) {
+        image->WaitUntilRead();
+    } else {
+        image.reset();
+        image = SharedImage::Make(view.connection.get(), size.cx, size.cy);
+    }
+    return image.get();
+}
+
+void ShmPresenter::Screen::PutNext() {
+    const std::lock_guard lock(mutex);
+    current = 1 - current;
+    images[current]->Put(view.window, context, view.depth);
+}
+
+// The server keeps nothing of what was covered.
+void ShmPresenter::Screen::PutAgain() {
+    const std::lock_guard lock(mutex);
+    if (SharedImage* const image = images[current].get()) image->Put(view.window, context, view.depth);
+}
+
+void ShmPresenter::Screen::SetPace(bool isSeen) {
+    const std::lock_guard lock(mutex);
+    seen = isSeen;
+    for (const auto& content : paced) content->SetPeriod(isSeen ? displayPeriod : hiddenPeriod);
+}
+
+ShmPresenter::ShmPresenter(HWND window, NativeWindowView view)
+    : window_(window), screen_(std::make_shared<Screen>(std::move(view))) {
+    seenListener_ = AddSeenListener(window_, [screen = screen_](bool seen) { screen->SetPace(seen); });
+    exposedListener_ = AddExposedListener(window_, [screen = screen_] { screen->PutAgain(); });
+    screen_->SetPace(IsWindowSeen(window_));
+}
+
+ShmPresenter::~ShmPresenter() {
+    RemoveSeenListener(window_, seenListener_);
+    RemoveExposedListener(window_, exposedListener_);
+}
+
+HRESULT ShmPresenter::Show(const std::vector<Layer>& layers) try {
+    HRESULT result = S_OK;
+    const SIZE size = NativeWindowSize(window_);
+    if (size.cx > 0 && size.cy > 0) {
+        if (SharedImage* const image = screen_->NextImage(size)) {
+            Compose(image->View(), layers);
+            screen_->PutNext();
+            FrameShown(window_, size);
+        } else {
+            result = E_OUTOFMEMORY;
+        }
+    }
+    MarkShown(layers);
+    return result;
+} catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+} catch (const std::exception&) {
+    return E_FAIL;  // The device failed; the picture on the screen stays.
+}
+
+void ShmPresenter::Compose(const Pixels& target, const std::vector<Layer>& layers) {
+    for (auto& kept : kept_) kept->used = false;
+    bool isBottom = true;
+    for (const Layer& layer : layers) {
+        const ComPtr<Direct3D::IPresentable> content = PresentableOf(layer.content);
+        if (!content || !content->Presented()) continue;
+        Kept& kept = Keep(content.Get());
+        ComposeLayer(target, kept, layer.placement, isBottom);
+        isBottom = false;
+    }
+    if (isBottom) BlackenOutside(target, 0, 0, 0, 0);
+    DropUnused();
+}
+
+void ShmPresenter::ComposeLayer(const Pixels& target, Kept& kept, const D2D_MATRIX_3X2_F& placement, bool isBottom) {
+    const std::shared_ptr<Direct3D::Texture> texture = kept.content->Presented();
+    const int width = static_cast<int>(texture->Size().width);
+    const int height = static_cast<int>(texture->Size().height);
+    const bool isOpaque = kept.content->AlphaMode() == DXGI_ALPHA_MODE_IGNORE;
+
+    if (!IsWholePixelShift(placement)) {
+        Refresh(kept, *texture);
+        if (isBottom) BlackenOutside(target, 0, 0, 0, 0);
+        PaintTransformed(target, kept.view, placement, isOpaque);
+        return;
+    }
+    const int x = static_cast<int>(placement.dx);
+    const int y = static_cast<int>(placement.dy);
+    if (isBottom) BlackenOutside(target, x, y, x + width, y + height);
+    if (isOpaque && x >= 0 && y >= 0 && x + width <= target.width && y + height <= target.height) {
+        kept.content->Graphics()->ReadBack(texture, WholeOf(*texture), target.Row(y) + x,
+                                           target.stride * sizeof(std::uint32_t));
+        return;
+    }
+    Refresh(kept, *texture);
+    if (isOpaque) {
+        CopyOpaque(target, kept.view, x, y);
+    } else {
+        if (isBottom) BlackenOutside(target, 0, 0, 0, 0);
+        BlendSpans(target, kept.view, kept.spans, x, y);
+    }
+}
+
+// Brings the copy up to date with what the content presented last.
+void ShmPresenter::Refresh(Kept& kept, const Direct3D::Texture& texture) {
+    const Direct3D::PixelRect whole = WholeOf(texture);
+    if (!kept.memory.empty() && !kept.content->HasNewPicture()) return;
+    kept.memory.resize(static_cast<std::size_t>(whole.width) * whole.height);
+    kept.view = {kept.memory.data(), whole.width, static_cast<int>(whole.width), static_cast<int>(whole.height)};
+    kept.content->Graphics()->ReadBack(kept.content->Presented(), whole, kept.memory.data(),
+                                       std::size_t{whole.width} * sizeof(std::uint32_t));
+    FindSpans(kept.view, kept.spans);
+}
+
+ShmPresenter::Kept& ShmPresenter::Keep(Direct3D::IPresentable* content) {
+    auto place = std::find_if(kept_.begin(), kept_.end(),
+                              [&](const std::unique_ptr<Kept>& kept) { return kept->content.Get() == content; });
+    if (place == kept_.end()) {
+        place = kept_.insert(kept_.end(), std::make_unique<Kept>());
+        (*place)->content = content;
+        const std::lock_guard lock(screen_->mutex);
+        screen_->paced.emplace_back(content);
+        content->SetPeriod(screen_->seen ? displayPeriod : hiddenPeriod);
+    }
+    (*place)->used = true;
+    return **place;
+}
+
+void ShmPresenter::DropUnused() {
+    for (const auto& kept : kept_) {
+        if (kept->used) continue;
+        const std::lock_guard lock(screen_->mutex);
+        std::erase_if(screen_->paced, [&](const auto& paced) { return paced.Get() == kept->content.Get(); });
+    }
+    std::erase_if(kept_, [](const std::unique_ptr<Kept>& kept) { return !kept->used; });
+}
+
+// Contents that could not be shown count as shown too: whoever draws them must not wait for ever.
+void ShmPresenter::MarkShown(const std::vector<Layer>& layers) {
+    for (const Layer& layer : layers) {
+        const ComPtr<Direct3D::IPresentable> content = PresentableOf(layer.content);
+        if (content && content->HasNewPicture()) content->Shown();
+    }
+}
+
+std::unique_ptr<Presenter> MakePresenter(HWND window) {
+    std::optional<NativeWindowView> view = ViewNativeWindow(window);
+    if (!view) return nullptr;
+    return std::make_unique<ShmPresenter>(window, std::move(*view));
+}
+
+}  // namespace Platform::DirectComposition

@@ -1,0 +1,77 @@
+// Shows a window's layers by composing them in memory that the X server reads.
+#pragma once
+
+#include "Platform/Linux/Direct3D/Presentable.h"
+#include "Platform/Linux/DirectComposition/Presenter.h"
+#include "Platform/Linux/DirectComposition/SharedImage.h"
+#include "Platform/Linux/Window/NativeWindow.h"
+
+#include <array>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <vector>
+
+namespace Platform::DirectComposition {
+
+/// On a software device the pixels lie in the processor's memory anyway, so this is the quickest way to the screen
+/// there; on a hardware one each frame is read back once.
+///
+/// The bottom layer, opaque and as large as the window but for its rim, is read straight into the picture. Of the
+/// layers above it copies are kept, with the runs of pixels that show anything, so that a frame that stands still costs
+/// nothing to read and little to lay over.
+class ShmPresenter final : public Presenter {
+public:
+    ShmPresenter(HWND window, NativeWindowView view);
+    ~ShmPresenter() override;
+
+    HRESULT Show(const std::vector<Layer>& layers) override;
+
+private:
+    /// What is kept of a content between two pictures.
+    struct Kept {
+        Microsoft::WRL::ComPtr<Direct3D::IPresentable> content;
+        std::vector<std::uint32_t> memory;
+        Pixels view;
+        std::vector<Span> spans;
+        bool used = false;
+    };
+
+    Kept& Keep(Direct3D::IPresentable* content);
+    void DropUnused();
+    void Compose(const Pixels& target, const std::vector<Layer>& layers);
+    void ComposeLayer(const Pixels& target, Kept& kept, const D2D_MATRIX_3X2_F& placement, bool isBottom);
+    void Refresh(Kept& kept, const Direct3D::Texture& texture);
+    void MarkShown(const std::vector<Layer>& layers);
+
+    /// What the window's own thread reaches too, through listeners whose last call may outlive the presenter.
+    struct Screen {
+        explicit Screen(NativeWindowView nativeView);
+        ~Screen();
+        Screen(const Screen&) = delete;
+        Screen& operator=(const Screen&) = delete;
+
+        /// The image that was not put last, in this size; its former picture has been read. Null without memory.
+        SharedImage* NextImage(SIZE size);
+        void PutNext();
+        void PutAgain();
+        void SetPace(bool isSeen);
+
+        const NativeWindowView view;
+        const xcb_gcontext_t context;
+
+        std::mutex mutex;  ///< Guards all below.
+        std::array<std::unique_ptr<SharedImage>, 2> images;
+        std::size_t current = 0;  ///< The image that was put last.
+        std::vector<Microsoft::WRL::ComPtr<Direct3D::IPresentable>> paced;
+        bool seen = true;
+    };
+
+    HWND window_;
+    std::vector<std::unique_ptr<Kept>> kept_;
+    std::shared_ptr<Screen> screen_;
+    std::uint64_t seenListener_ = 0;
+    std::uint64_t exposedListener_ = 0;
+};
+
+}  // namespace Platform::DirectComposition

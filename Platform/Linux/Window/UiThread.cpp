@@ -1,0 +1,108 @@
+#include "Platform/Linux/Window/UiThread.h"
+
+#include "Platform/Linux/Window/Registry/WindowRegistry.h"
+#include "Platform/Linux/Window/SizeMove.h"
+
+#include <poll.h>
+
+#include <algorithm>
+
+namespace Platform {
+
+namespace {
+
+thread_local std::unique_ptr<UiThread> ownThread;
+
+constexpr std::uint8_t kEventKind = 0x7F;  // The other bit tells that a client sent the event.
+constexpr int kSizeMovePoll = 50;          // milliseconds
+
+/// Whether `later` makes `earlier` superfluous: the pointer's path and the steps of a resize are of no interest, only
+/// where they have got to.
+bool Supersedes(const xcb_generic_event_t& later, const xcb_generic_event_t& earlier) {
+    const int kind = later.response_type & kEventKind;
+    if (kind != (earlier.response_type & kEventKind)) return false;
+    if (kind == XCB_MOTION_NOTIFY) {
+        return reinterpret_cast<const xcb_motion_notify_event_t&>(later).event ==
+               reinterpret_cast<const xcb_motion_notify_event_t&>(earlier).event;
+    }
+    if (kind == XCB_CONFIGURE_NOTIFY && later.response_type == earlier.response_type) {
+        return reinterpret_cast<const xcb_configure_notify_event_t&>(later).window ==
+               reinterpret_cast<const xcb_configure_notify_event_t&>(earlier).window;
+    }
+    return false;
+}
+
+}  // namespace
+
+UiThread& UiThread::OfThisThread() {
+    if (!ownThread) ownThread = std::make_unique<UiThread>();
+    return *ownThread;
+}
+
+UiThread* UiThread::OfThisThreadIfAny() {
+    return ownThread.get();
+}
+
+UiThread::UiThread() : queue(MessageQueue::OfThisThread()) {}
+
+UiThread::~UiThread() {
+    // Windows that a thread leaves behind end with it, without a word to their procedures.
+    for (const auto& window : windows) RemoveWindow(window->handle);
+}
+
+const std::shared_ptr<Connection>& UiThread::Connect() {
+    if (connection) return connection;
+    connection = Connection::Open();
+    if (connection) {
+        cursors.emplace(*connection);
+        keyboard.emplace(*connection);
+    }
+    return connection;
+}
+
+std::shared_ptr<Window> UiThread::WindowOfX(xcb_window_t id) const {
+    const auto found = std::ranges::find_if(windows, [&](const auto& window) { return window->x->Id() == id; });
+    return found == windows.end() ? nullptr : *found;
+}
+
+MSG UiThread::Next() {
+    for (;;) {
+        if (const std::optional<MSG> message = queue->Take()) return *message;
+        if (connection) {
+            if (auto event = NextEvent()) {
+                HandleEvent(*this, *event);
+                continue;
+            }
+            WatchSizeMove(*this);
+        }
+        Wait();
+    }
+}
+
+XOwned<xcb_generic_event_t> UiThread::NextEvent() {
+    auto event = ahead_ ? std::move(ahead_) : XOwned<xcb_generic_event_t>(xcb_poll_for_event(connection->Get()));
+    while (event) {
+        ahead_.reset(xcb_poll_for_event(connection->Get()));
+        if (!ahead_ || !Supersedes(*ahead_, *event)) break;
+        event = std::move(ahead_);
+    }
+    return event;
+}
+
+void UiThread::Wait() {
+    std::array<pollfd, 2> sources{{{queue->Descriptor(), POLLIN, 0}, {-1, POLLIN, 0}}};
+    if (connection) {
+        connection->Flush();
+        EndIfLost(connection->Get());
+        sources[1].fd = xcb_get_file_descriptor(connection->Get());
+    }
+    const bool watching = sizeMove && sizeMove->driver == SizeMove::Driver::Manager;
+    // Nobody but this thread reads the connection, so nothing can arrive without its descriptor telling.
+    ::poll(sources.data(), sources.size(), watching ? kSizeMovePoll : -1);
+}
+
+void PostInput(UiThread& thread, HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    thread.queue->Post({window, message, wParam, lParam, thread.time, thread.pointer});
+}
+
+}  // namespace Platform

@@ -1,0 +1,123 @@
+// A window, as the window system keeps it.
+#pragma once
+
+#include "Platform/Linux/Window/Connection.h"
+#include "Platform/Linux/Window/MessageQueue.h"
+#include "Platform/Linux/Window/WindowClass.h"
+
+#include <windows.h>
+
+#include <functional>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <vector>
+
+namespace Platform {
+
+/// The X11 window, destroyed when neither the window nor a renderer holds it any more.
+class XWindow {
+public:
+    XWindow(std::shared_ptr<Connection> input, std::shared_ptr<xcb_connection_t> rendering, xcb_window_t id);
+    ~XWindow();
+    XWindow(const XWindow&) = delete;
+    XWindow& operator=(const XWindow&) = delete;
+
+    const Connection& Input() const { return *input_; }
+    xcb_connection_t* Rendering() const { return rendering_.get(); }
+    xcb_window_t Id() const { return id_; }
+
+private:
+    // The server destroys the window with the connection that made it, so that one has to stay open too.
+    const std::shared_ptr<Connection> input_;
+    const std::shared_ptr<xcb_connection_t> rendering_;
+    const xcb_window_t id_;
+};
+
+/// What any thread may ask of a window. Rectangles are in screen coordinates.
+struct WindowView {
+    RECT window{};
+    RECT client{};
+    bool visible = false;
+    bool zoomed = false;
+    bool iconic = false;
+    bool covered = false;
+    UINT dpi = USER_DEFAULT_SCREEN_DPI;
+
+    bool Seen() const { return visible && !iconic && !covered; }
+};
+
+class Window {
+public:
+    Window(std::shared_ptr<XWindow> x, std::shared_ptr<MessageQueue> queue, WindowClass windowClass, DWORD style,
+           DWORD extendedStyle);
+
+    // Set at creation, constant afterwards.
+    const std::shared_ptr<XWindow> x;
+    const std::shared_ptr<MessageQueue> queue;
+    const WindowClass windowClass;
+    HWND handle = nullptr;
+
+    /// Any thread.
+    WindowView View() const;
+    /// Changes the view, then tells the listeners if the window came into sight or went out of it. Window's thread.
+    void Change(const std::function<void(WindowView&)>& change);
+
+    std::uint64_t AddListener(std::function<void(bool)> listener);
+    void RemoveListener(std::uint64_t identifier);
+
+    std::uint64_t AddExposedListener(std::function<void()> listener);
+    void RemoveExposedListener(std::uint64_t identifier);
+    /// Window's thread.
+    void TellExposed();
+
+    LONG_PTR Long(int index) const;
+    LONG_PTR SetLong(int index, LONG_PTR value);
+    DWORD Style() const { return static_cast<DWORD>(Long(GWL_STYLE)); }
+    bool Resizable() const { return (Style() & WS_THICKFRAME) != 0; }
+
+    /// The window manager's resize protocol. It asks with a value and then sends the new size; the counter takes the
+    /// value when a frame of that size has been shown.
+    void AskForFrame(std::uint64_t value);
+    void SizeArrived(bool changed);
+    void FrameShown(SIZE frame);
+
+    // Window's thread only.
+    std::uint32_t counter = 0;  // of the resize protocol; constant once the window is made
+    bool reparented = false;
+    bool painting = false;  // a WM_PAINT is on its way
+    bool destroying = false;
+    bool placed = false;  // the position was given, not left to the window manager
+    bool shownBefore = false;
+    int sizeType = SIZE_RESTORED;     // of the last WM_SIZE
+    std::uint32_t lastConfigure = 0;  // sequence number of our last request for a geometry
+    RECT restored{};                  // where a window that we maximised ourselves goes back to
+    std::string cursorName;
+    std::array<HICON, 2> icons{};
+
+private:
+    void RaiseCounterLocked();
+
+    mutable std::mutex mutex_;
+    WindowView view_;  // guarded by mutex_, as all below
+    std::map<std::uint64_t, std::function<void(bool)>> listeners_;
+    std::map<std::uint64_t, std::function<void()>> exposedListeners_;  // guarded by mutex_
+    std::uint64_t nextListener_ = 1;
+    std::map<int, LONG_PTR> longs_;
+    std::optional<std::uint64_t> asked_;  // the value whose size has not arrived
+    std::optional<std::uint64_t> owed_;   // the value whose frame has not been shown
+};
+
+/// Makes a handle known, or ends it. Any thread.
+void AddWindow(const std::shared_ptr<Window>& window);
+void RemoveWindow(HWND handle);
+
+/// The window of a handle; null, and ERROR_INVALID_WINDOW_HANDLE as the last error, for any other value. Any thread.
+std::shared_ptr<Window> FindWindowObject(HWND handle);
+
+/// The same, and null for a window of another thread.
+std::shared_ptr<Window> FindOwnWindow(HWND handle);
+
+}  // namespace Platform

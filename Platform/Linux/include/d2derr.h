@@ -1,0 +1,11 @@
+// Direct2D's own failures.
+#pragma once
+
+#include <winerror.h>
+
+constexpr HRESULT D2DERR_WRONG_STATE = static_cast<HRESULT>(0x88990001);
+constexpr HRESULT D2DERR_RECREATE_TARGET = static_cast<HRESULT>(0x8899000C);
+constexpr HRESULT D2DERR_WRONG_FACTORY = static_cast<HRESULT>(0x88990012);
+constexpr HRESULT D2DERR_UNSUPPORTED_PIXEL_FORMAT = static_cast<HRESULT>(0x88982F80);
+constexpr HRESULT D2DERR_POP_CALL_DID_NOT_MATCH_PUSH = static_cast<HRESULT>(0x88990014);
+constexpr HRESULT D2DERR_PUSH_POP_UNBALANCED = static_cast<HRESULT>(0x88990016);

@@ -1,0 +1,6 @@
+#pragma once
+
+#include <dwrite_1.h>
+
+struct IDWriteFactory2 : IDWriteFactory1 {};
+VELORINTH_DECLARE_IID(IDWriteFactory2, 0x0439fc60, 0xca44, 0x4994, 0x8d, 0xee, 0x3a, 0x9a, 0xf7, 0xb7, 0x32, 0xec);

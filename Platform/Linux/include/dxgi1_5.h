@@ -1,0 +1,6 @@
+#pragma once
+
+#include <dxgi1_4.h>
+
+struct IDXGIFactory5 : public IDXGIFactory4 {};
+VELORINTH_DECLARE_IID(IDXGIFactory5, 0x7632e1f5, 0xee65, 0x4dca, 0x87, 0xfd, 0x84, 0xcd, 0x75, 0xf8, 0x83, 0x8d);

@@ -1,0 +1,15 @@
+// Pixel formats, as far as they have a use here. Values are those of the Windows headers.
+#pragma once
+
+enum DXGI_FORMAT {
+    DXGI_FORMAT_UNKNOWN = 0,
+    DXGI_FORMAT_R32G32B32A32_FLOAT = 2,
+    DXGI_FORMAT_R32G32B32_FLOAT = 6,
+    DXGI_FORMAT_R16G16B16A16_FLOAT = 10,
+    DXGI_FORMAT_R32G32_FLOAT = 16,
+    DXGI_FORMAT_R8G8B8A8_UNORM = 28,
+    DXGI_FORMAT_R32_FLOAT = 41,
+    DXGI_FORMAT_R8_UNORM = 61,
+    DXGI_FORMAT_A8_UNORM = 65,
+    DXGI_FORMAT_B8G8R8A8_UNORM = 87,
+};

@@ -1,0 +1,6 @@
+// Plain types of the DXGI interfaces.
+#pragma once
+
+#include <dxgicommon.h>
+#include <dxgiformat.h>
+#include <winerror.h>

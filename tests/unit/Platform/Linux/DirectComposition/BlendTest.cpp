@@ -1,0 +1,123 @@
+#include "Platform/Linux/DirectComposition/Blend.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <random>
+
+namespace Platform::DirectComposition {
+namespace {
+
+/// A small picture with its memory.
+struct Picture {
+    Picture(int width, int height, std::uint32_t pixel)
+        : memory(static_cast<std::size_t>(width * height), pixel),
+          view{memory.data(), static_cast<std::size_t>(width), width, height} {}
+    std::uint32_t& At(int x, int y) { return view.Row(y)[x]; }
+
+    std::vector<std::uint32_t> memory;
+    Pixels view;
+};
+
+void BlendAll(const Pixels& target, const Pixels& source, int x, int y) {
+    std::vector<Span> spans;
+    FindSpans(source, spans);
+    BlendSpans(target, source, spans, x, y);
+}
+
+unsigned Channel(std::uint32_t pixel, int shift) {
+    return (pixel >> shift) & 0xFFU;
+}
+
+TEST(Blend, EveryAlphaOverEveryByteIsRoundedToNearest) {
+    for (unsigned alpha = 0; alpha < 256; ++alpha) {
+        for (unsigned below = 0; below < 256; ++below) {
+            const unsigned source = alpha / 2;
+            const std::uint32_t over = alpha << 24 | source << 16 | source << 8 | source;
+            if (over == 0) continue;
+            Picture target(1, 1, 0xFF000000U | below << 16 | below << 8 | below);
+            Picture layer(1, 1, over);
+            BlendAll(target.view, layer.view, 0, 0);
+            const auto expected = static_cast<unsigned>(std::lround(source + below * (255.0 - alpha) / 255.0));
+            for (const int shift : {0, 8, 16}) {
+                ASSERT_EQ(expected, Channel(target.At(0, 0), shift)) << alpha << " over " << below;
+            }
+            ASSERT_EQ(255U, Channel(target.At(0, 0), 24));
+        }
+    }
+}
+
+TEST(Blend, TransparentPixelsLeaveTheTargetAsItIs) {
+    Picture target(40, 3, 0xFF123456);
+    Picture layer(40, 3, 0);
+    layer.At(5, 1) = 0xFFFFFFFF;
+    layer.At(39, 1) = 0xFFFFFFFF;
+    BlendAll(target.view, layer.view, 0, 0);
+    for (int y = 0; y < 3; ++y) {
+        for (int x = 0; x < 40; ++x) {
+            const bool painted = y == 1 && (x == 5 || x == 39);
+            ASSERT_EQ(painted ? 0xFFFFFFFFU : 0xFF123456U, target.At(x, y)) << x << "," << y;
+        }
+    }
+}
+
+TEST(Blend, RunsAreJoinedAcrossSmallGapsAndNeverAcrossRows) {
+    Picture layer(100, 2, 0);
+    layer.At(0, 0) = layer.At(10, 0) = layer.At(60, 0) = layer.At(99, 0) = 1U << 24;
+    layer.At(0, 1) = 1U << 24;
+    std::vector<Span> spans;
+    FindSpans(layer.view, spans);
+    ASSERT_EQ(4U, spans.size());
+    EXPECT_EQ(0, spans[0].begin);
+    EXPECT_EQ(11, spans[0].end);
+    EXPECT_EQ(60, spans[1].begin);
+    EXPECT_EQ(99, spans[2].begin);
+    EXPECT_EQ(100, spans[2].end);
+    EXPECT_EQ(1, spans[3].row);
+}
+
+TEST(Blend, ALayerThatReachesOverTheEdgesIsCut) {
+    for (const auto& [x, y] : {std::pair{-3, -2}, std::pair{7, 6}, std::pair{-100, 0}, std::pair{0, 100}}) {
+        Picture target(8, 8, 0xFF000000);
+        Picture layer(6, 6, 0xFF0000FF);
+        CopyOpaque(target.view, layer.view, x, y);
+        Picture blended(8, 8, 0xFF000000);
+        BlendAll(blended.view, layer.view, x, y);
+        for (int row = 0; row < 8; ++row) {
+            for (int column = 0; column < 8; ++column) {
+                const bool inside = column >= x && column < x + 6 && row >= y && row < y + 6;
+                ASSERT_EQ(inside ? 0xFF0000FFU : 0xFF000000U, target.At(column, row));
+                ASSERT_EQ(target.At(column, row), blended.At(column, row));
+            }
+        }
+    }
+}
+
+TEST(Blend, AnOpaqueLayersOwnAlphaIsIgnored) {
+    Picture target(2, 1, 0);
+    Picture layer(2, 1, 0x00ABCDEF);
+    CopyOpaque(target.view, layer.view, 0, 0);
+    EXPECT_EQ(0xFFABCDEFU, target.At(1, 0));
+}
+
+TEST(Blend, OnlyTheOutsideIsBlackened) {
+    std::mt19937 random(7);
+    std::uniform_int_distribution<int> coordinate(-3, 12);
+    for (int round = 0; round < 500; ++round) {
+        const int left = coordinate(random);
+        const int top = coordinate(random);
+        const int right = coordinate(random);
+        const int bottom = coordinate(random);
+        Picture target(9, 9, 0xFFFFFFFF);
+        BlackenOutside(target.view, left, top, right, bottom);
+        for (int y = 0; y < 9; ++y) {
+            for (int x = 0; x < 9; ++x) {
+                const bool inside = x >= left && x < right && y >= top && y < bottom;
+                ASSERT_EQ(inside ? 0xFFFFFFFFU : 0xFF000000U, target.At(x, y));
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace Platform::DirectComposition
