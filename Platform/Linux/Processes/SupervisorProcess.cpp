@@ -101,7 +101,7 @@ StartOutcome StartUnderSupervisor(const StartRequest& request, const std::vector
         const int error = errno;
         return {.process = {},
                 .error = error == EMSGSIZE ? ERROR_FILENAME_EXCED_RANGE : ErrorFromErrno(error),
-                .explanation = {}};
+                .explanation = program.string() + " did not take the order."};
     }
 
     std::optional<ControlMessage> message = ReceiveControlMessage(ours.Get(), Wait::Yes);

@@ -106,7 +106,8 @@ std::unique_ptr<EngineHost> Supervisor::StartEngine(const std::vector<std::strin
                 case HostReport::Kind::Started:
                     return host;
                 case HostReport::Kind::Failed:
-                    throw StartFailure(report.number, {});
+                    throw StartFailure(report.number, "Wine could not start the program (error " +
+                                                          std::to_string(report.number) + ").");
                 case HostReport::Kind::Exit:
                     break;
             }

@@ -6,6 +6,7 @@
 
 #include <fcntl.h>
 #include <signal.h>
+#include <sys/prctl.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -123,17 +124,19 @@ TEST_F(WineLock, ProgramAndLockSurviveTheKillingOfTheLauncher) {
     const pid_t launcher = fork();
     ASSERT_GE(launcher, 0);
     if (launcher == 0) {
+        prctl(PR_SET_PDEATHSIG, SIGKILL);
         const LaunchedProgram program = LaunchWithLock();
-        const char started = program.started ? 'y' : 'n';
-        if (::write(write.Get(), &started, 1) != 1) _exit(1);
+        if (::write(write.Get(), &program.error, sizeof program.error) != sizeof program.error) _exit(1);
         for (;;) pause();
     }
     write.Reset();
-    char started = 0;
-    ASSERT_EQ(::read(read.Get(), &started, 1), 1);
-    ASSERT_EQ(started, 'y');
+    DWORD error = ~DWORD{0};
+    const ssize_t told = ::read(read.Get(), &error, sizeof error);
+    // Before anything is checked: a launcher left behind would hold this program's output open.
     ASSERT_EQ(kill(launcher, SIGKILL), 0);
     ASSERT_EQ(waitpid(launcher, nullptr, 0), launcher);
+    ASSERT_EQ(told, static_cast<ssize_t>(sizeof error));
+    ASSERT_EQ(error, 0U);
 
     EXPECT_NE(EngineProcess(), 0U);
     EXPECT_TRUE(IsLocked(lockFile_));
