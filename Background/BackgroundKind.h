@@ -38,6 +38,12 @@ constexpr std::optional<std::size_t> KindIndex(BackgroundKind kind) {
     return std::nullopt;
 }
 
+/// What people read; nothing for a value that is no kind.
+constexpr const char* BackgroundDisplayName(BackgroundKind kind) {
+    const auto index = KindIndex(kind);
+    return index ? kBackgroundDisplayNames[*index] : "";
+}
+
 /// The two kinds that run at the window's full size, bring their own noise and keep a clock of their own. All others
 /// are light: they run on a reduced offscreen size, and the blit dithers them.
 constexpr bool IsFullSizeKind(BackgroundKind kind) {

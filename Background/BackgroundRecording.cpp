@@ -134,21 +134,21 @@ HRESULT BackgroundRenderer::RecordBackground(ID3D11DeviceContext& context, const
     constants.iFrame = kindTime.frame;
     constants.sunriseGlow = sunriseGlow_;
     Write(context, constants_.Get(), constants);
+    // The vertex program reads them too: it works out what all pixels have in common.
+    context.VSSetConstantBuffers(2, 1, constants_.GetAddressOf());
 
     ID3D11PixelShader* shader = activePixelShader_.Get();
     if (kind_ == BackgroundKind::LiquidMetalSurface) {
-        if (const HRESULT result = RecordSurfaceStage(context, surface, kindTime); FAILED(result)) return result;
-        shader = surfacePixelShader_.Get();
+        if (const HRESULT result = surface_.RecordGrid(*device_, context, surface.width, surface.height,
+                                                       kindTime.seconds, tuning_, pointer_);
+            FAILED(result)) {
+            return result;
+        }
+        shader = surface_.PixelShader();
     }
     context.PSSetShader(shader, nullptr, 0);
     context.Draw(kStripVertices, 0);
     return S_OK;
-}
-
-// The metal surface's compute stage and its programs don't exist yet: a frame of that kind says so.
-HRESULT BackgroundRenderer::RecordSurfaceStage(ID3D11DeviceContext& /*context*/, const SurfaceTarget& /*surface*/,
-                                               KindTime /*time*/) {
-    return E_NOTIMPL;
 }
 
 void BackgroundRenderer::RecordBlit(ID3D11DeviceContext& context, const SurfaceTarget& surface,
@@ -162,6 +162,7 @@ void BackgroundRenderer::RecordBlit(ID3D11DeviceContext& context, const SurfaceT
 
     Write(context, blitConstants_.Get(), BlitConstantsFor(record, kind_, Grade(), sdrWhiteScale));
     context.PSSetConstantBuffers(0, 1, blitConstants_.GetAddressOf());
+    context.VSSetConstantBuffers(1, 1, blitConstants_.GetAddressOf());
     context.PSSetShader(blitPixelShader_.Get(), nullptr, 0);
     context.Draw(kStripVertices, 0);
 

@@ -4,6 +4,7 @@
 #include "Background/BackgroundKind.h"
 #include "Background/BackgroundSettings.h"
 #include "Background/BlitFrameRecord.h"
+#include "Background/LiquidMetalSurface.h"
 #include "Background/OffscreenSize.h"
 #include "Background/SurfaceTarget.h"
 
@@ -119,21 +120,11 @@ private:
     KindTime AdvanceTime(float time);
     void BindPipeline(ID3D11DeviceContext& context) const;
     HRESULT RecordBackground(ID3D11DeviceContext& context, const SurfaceTarget& surface, float time);
-    HRESULT RecordSurfaceStage(ID3D11DeviceContext& context, const SurfaceTarget& surface, KindTime time);
     void RecordBlit(ID3D11DeviceContext& context, const SurfaceTarget& surface, const BlitFrameRecord& record,
                     float sdrWhiteScale) const;
     void CountFrame();
 
-    // The metal surface's own, made at its first frame.
-    ComPtr<ID3D11ComputeShader> surfaceComputeShader_;
-    ComPtr<ID3D11PixelShader> surfacePixelShader_;
-    ComPtr<ID3D11Buffer> surfaceConstants_;
-    ComPtr<ID3D11Texture2D> surfaceGrid_;
-    ComPtr<ID3D11UnorderedAccessView> surfaceGridUav_;
-    ComPtr<ID3D11ShaderResourceView> surfaceGridSrv_;
-    UINT gridWidth_ = 0;
-    UINT gridHeight_ = 0;
-
+    LiquidMetalSurface surface_;
     BackgroundTuning tuning_;
     std::array<ColorGrade, kBackgroundKindCount> grades_{};
     BackgroundPointer pointer_;

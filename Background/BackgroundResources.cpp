@@ -211,14 +211,7 @@ void BackgroundRenderer::ReleaseOffscreen() {
 }
 
 void BackgroundRenderer::ReleaseSurfaceResources() {
-    surfaceGridSrv_.Reset();
-    surfaceGridUav_.Reset();
-    surfaceGrid_.Reset();
-    surfaceConstants_.Reset();
-    surfacePixelShader_.Reset();
-    surfaceComputeShader_.Reset();
-    gridWidth_ = 0;
-    gridHeight_ = 0;
+    surface_.Release();
 }
 
 void BackgroundRenderer::ReleaseResources() {

@@ -13,7 +13,16 @@ namespace Tamborel {
 namespace {
 
 #include "Background/shaders/compiled/Blit.inc"
-#include "Background/shaders/compiled/Flat.inc"
+#include "Background/shaders/compiled/CloudDiving.inc"
+#include "Background/shaders/compiled/CloudHorizon.inc"
+#include "Background/shaders/compiled/Cyberspace.inc"
+#include "Background/shaders/compiled/DawnGrid.inc"
+#include "Background/shaders/compiled/LiquidMetal.inc"
+#include "Background/shaders/compiled/LiquidMetalSurface.inc"
+#include "Background/shaders/compiled/LiquidMetalSurfaceGrid.inc"
+#include "Background/shaders/compiled/MagicCurtain.inc"
+#include "Background/shaders/compiled/QuietGoldSunrise.inc"
+#include "Background/shaders/compiled/SilkRibbons.inc"
 #include "Background/shaders/compiled/Vertex.inc"
 
 template <std::size_t Words>
@@ -31,24 +40,20 @@ ShaderBytecode BlitPixelProgram() {
     return Bytecode(kBlit);
 }
 
-// No kind has a program of its own yet: each is the flat one, a still, dark, even background.
 const std::array<ShaderBytecode, kPixelProgramCount>& BackgroundPixelPrograms() {
     static constexpr std::array<ShaderBytecode, kPixelProgramCount> programs = {
-        Bytecode(kFlat),  // LiquidMetal
-        Bytecode(kFlat),  // MagicCurtain
-        Bytecode(kFlat),  // CloudDiving
-        Bytecode(kFlat),  // CloudHorizon
-        Bytecode(kFlat),  // SilkRibbons
-        Bytecode(kFlat),  // DawnGrid
-        Bytecode(kFlat),  // Cyberspace
-        Bytecode(kFlat),  // QuietGoldSunrise
+        Bytecode(kLiquidMetal), Bytecode(kMagicCurtain), Bytecode(kCloudDiving), Bytecode(kCloudHorizon),
+        Bytecode(kSilkRibbons), Bytecode(kDawnGrid),     Bytecode(kCyberspace),  Bytecode(kQuietGoldSunrise),
     };
     return programs;
 }
 
-bool HasOwnProgram(BackgroundKind kind) {
-    const auto index = static_cast<std::size_t>(kind);
-    return index < kPixelProgramCount && BackgroundPixelPrograms()[index].data != Bytecode(kFlat).data;
+ShaderBytecode SurfaceComputeProgram() {
+    return Bytecode(kLiquidMetalSurfaceGrid);
+}
+
+ShaderBytecode SurfacePixelProgram() {
+    return Bytecode(kLiquidMetalSurface);
 }
 
 }  // namespace Tamborel

@@ -23,7 +23,9 @@ ShaderBytecode BlitPixelProgram();
 /// The pixel programs of the kinds 0 to 7, by kind.
 const std::array<ShaderBytecode, kPixelProgramCount>& BackgroundPixelPrograms();
 
-/// The kind is drawn by a program of its own; false while an even background stands in for it.
-bool HasOwnProgram(BackgroundKind kind);
+/// The metal surface's two stages: the compute program that stores its colours in a coarse grid, and the pixel program
+/// that makes the picture of it.
+ShaderBytecode SurfaceComputeProgram();
+ShaderBytecode SurfacePixelProgram();
 
 }  // namespace Tamborel

@@ -1,11 +1,16 @@
 #include "Core/EmbeddedFonts.h"
 
+#include "Core/EmbeddedAssets.h"
+
+#include <array>
+
 namespace Tamborel {
 
 namespace {
 
-// None yet: text is set in the system's fonts.
-std::span<EmbeddedResource* const> fonts;
+constexpr std::array<EmbeddedResource*, 3> builtIn{&Assets::FontRegular, &Assets::FontSemibold, &Assets::FontBold};
+
+std::span<EmbeddedResource* const> fonts = builtIn;
 
 }  // namespace
 

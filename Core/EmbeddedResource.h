@@ -1,7 +1,8 @@
-// An asset that the program carries within itself.
+// An asset that the program carries within itself, enciphered.
 #pragma once
 
 #include <unknwn.h>
+#include <windows.h>
 
 #include <atomic>
 #include <cstdint>
@@ -9,8 +10,12 @@
 
 namespace Tamborel {
 
-/// One block of bytes built into the program. It is an IUnknown so that whoever reads the bytes where they lie can hold
-/// a reference to their owner; objects are static and never freed, so the count decides nothing. Any thread.
+/// One block of bytes built into the program, deciphered where it lies at the first use. It is an IUnknown so that
+/// whoever reads the bytes in place can hold a reference to their owner; objects are static and never freed, so the
+/// count decides nothing. Any thread.
+///
+/// A block is a nonce of 12 bytes, the body enciphered with AES-256 in Galois/Counter mode under EmbeddedKey, and a tag
+/// of 16 bytes; nothing else goes into the tag. tools/encipher makes it.
 class EmbeddedResource : public IUnknown {
 public:
     /// `block` is writable memory of `blockSize` bytes that lives as long as the program.
@@ -24,15 +29,19 @@ public:
     ULONG STDMETHODCALLTYPE AddRef() override;
     ULONG STDMETHODCALLTYPE Release() override;
 
-    /// The asset's bytes and their count; (null, 0) when they can't be had.
+    /// The asset's bytes and their count. The first call deciphers, and other threads wait for it. A failure is logged,
+    /// gives (null, 0) and is not tried again.
     virtual std::pair<const std::uint8_t*, std::uint64_t> Data();
 
 private:
-    // The program carries no block yet: these are for Data to decipher.
-    [[maybe_unused]] std::uint8_t* block_;
-    [[maybe_unused]] std::uint64_t blockSize_;
-    const std::uint8_t* data_ = nullptr;
+    void Decipher() noexcept;
+
+    std::uint8_t* block_;
+    std::uint64_t blockSize_;
+    std::uint8_t* data_ = nullptr;
     std::uint64_t dataSize_ = 0;
+    INIT_ONCE once_ = INIT_ONCE_STATIC_INIT;  // Its completion publishes the fields around it.
+    bool decrypted_ = false;
     std::atomic<ULONG> references_{1};
 };
 

@@ -50,6 +50,11 @@ constexpr bool IsEmpty(const Rect& rect) {
     return !(rect.left < rect.right && rect.top < rect.bottom);
 }
 
+/// Whether a point lies in the rectangle. Edges on the left and top are inside, those on the right and bottom are not.
+constexpr bool Contains(const Rect& rect, Point point) {
+    return rect.left <= point.x && point.x < rect.right && rect.top <= point.y && point.y < rect.bottom;
+}
+
 /// The transform that applies `first`, then `second`.
 constexpr Matrix3x2 Multiply(const Matrix3x2& first, const Matrix3x2& second) {
     return {first.m11 * second.m11 + first.m12 * second.m21,

@@ -1,5 +1,7 @@
 #include "Window/BlitRecord.h"
 
+#include "Window/FrameChrome.h"
+
 #include <algorithm>
 #include <array>
 
@@ -25,21 +27,38 @@ std::array<float, 4> Components(const Color& color) {
     return {color.r, color.g, color.b, color.a};
 }
 
+Rect ClientExtension(const ThemeMetrics& metrics, float chromeScale) {
+    const float scale = std::max(ChromeDefaults::MinimumScale, chromeScale);
+    return {NotNegative(metrics.clientExtensionLeft * scale), NotNegative(metrics.clientExtensionTop * scale),
+            NotNegative(metrics.clientExtensionRight * scale), NotNegative(metrics.clientExtensionBottom * scale)};
+}
+
 }  // namespace
 
 FrameLook FrameLookOf(const ChromeTheme& theme, const ThemeMetrics& metrics) {
-    const float extension = std::max(ChromeDefaults::MinimumScale, metrics.scale);
     FrameLook look;
     look.frameWidth = NotNegative(metrics.scale * metrics.frameWidth);
     look.titleHeight = NotNegative(metrics.scale * metrics.titleHeight);
     look.innerBorderWidth = NotNegative(theme.InnerBorderWidth.value_or(ChromeDefaults::InnerBorderWidth));
-    look.clientExtension = {
-        NotNegative(metrics.clientExtensionLeft * extension), NotNegative(metrics.clientExtensionTop * extension),
-        NotNegative(metrics.clientExtensionRight * extension), NotNegative(metrics.clientExtensionBottom * extension)};
+    look.clientExtension = ClientExtension(metrics, metrics.scale);
     look.maximizedChromePolicy = metrics.maximizedChromePolicy;
     look.titleBarFill = theme.TitleBarFill.value_or(ChromeDefaults::TitleBarFill);
     look.frameFill = theme.FrameFill.value_or(look.titleBarFill);
     look.innerBorderColor = theme.InnerBorderColor.value_or(ChromeDefaults::InnerBorderColor);
+    return look;
+}
+
+FrameLook FrameLookOf(const FrameChrome& chrome, const ThemeMetrics& metrics) {
+    const FrameChrome::Metrics laidOut = chrome.ReadMetrics();
+    FrameLook look;
+    look.frameWidth = NotNegative(laidOut.frameWidth);
+    look.titleHeight = NotNegative(laidOut.titleHeight);
+    look.innerBorderWidth = NotNegative(laidOut.innerBorder);
+    look.clientExtension = ClientExtension(metrics, chrome.Scale());
+    look.maximizedChromePolicy = metrics.maximizedChromePolicy;
+    look.titleBarFill = laidOut.titleBarFill;
+    look.frameFill = laidOut.frameFill;
+    look.innerBorderColor = laidOut.innerBorderColor;
     return look;
 }
 

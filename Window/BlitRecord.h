@@ -10,6 +10,8 @@
 
 namespace Tamborel {
 
+class FrameChrome;
+
 /// What a frame looks like, whoever tells it: the chrome, or the theme while there is none. Lengths carry the chrome's
 /// scale but not the monitor's, and are not below 0.
 struct FrameLook {
@@ -25,6 +27,9 @@ struct FrameLook {
 
 /// The look of a window without chrome. `metrics` are those of `theme`.
 [[nodiscard]] FrameLook FrameLookOf(const ChromeTheme& theme, const ThemeMetrics& metrics);
+
+/// The look of a window with chrome. `metrics` are those of its theme, for what the chrome does not know.
+[[nodiscard]] FrameLook FrameLookOf(const FrameChrome& chrome, const ThemeMetrics& metrics);
 
 /// Where the window stands in this frame. Pixels.
 struct FramePlacement {

@@ -1,9 +1,9 @@
 // Start and end of a window and its threads, and what other threads may ask of it.
 #include "Window/FrameWindow.h"
 
+#include "Core/Timestamp.h"
 #include "Core/Toolkit.h"
 #include "Window/Messages.h"
-#include "Window/Timestamp.h"
 
 #include <utility>
 
@@ -65,9 +65,14 @@ bool FrameWindow::CreateOnUiThread(HINSTANCE instance, int showCommand) {
 }
 
 void FrameWindow::RunOnRenderThread() {
+    std::wstring title;
+    {
+        const std::lock_guard lock(configMutex_);
+        title = config_.title;
+    }
     const std::unique_ptr<RenderSide> side =
         MakeRenderSide({Handle(), state_, threads_->StopRequested(), threads_->StopEvent(),
-                        [this](bool ready) { ReportReady(ready); }});
+                        [this](bool ready) { ReportReady(ready); }, std::move(title)});
     renderSide_ = side.get();
     side->Run();
     renderSide_ = nullptr;
@@ -113,6 +118,10 @@ void FrameWindow::SetBackgroundRenderer(BackgroundRenderer* renderer) {
 
 std::shared_ptr<SceneNode> FrameWindow::ClientRoot() const {
     return renderSide_ ? renderSide_->ClientRoot() : nullptr;
+}
+
+SIZE FrameWindow::FrameSurfaceSize() const {
+    return renderSide_ ? renderSide_->FrameSurfaceSize() : SIZE{};
 }
 
 std::uint64_t FrameWindow::AddEventListener(std::wstring name, EventListener listener) {

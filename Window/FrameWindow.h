@@ -69,6 +69,10 @@ public:
     /// Root of the scene. Within closures on the render thread only; null when there is no render thread.
     std::shared_ptr<SceneNode> ClientRoot() const;
 
+    /// Size in pixels of the surface that covers the whole window, 0 by 0 while there is none. Render thread: within
+    /// closures and within the nodes' own operations.
+    SIZE FrameSurfaceSize() const;
+
     LRESULT HandleMessage(UINT message, WPARAM wParam, LPARAM lParam) override;
 
 protected:
@@ -91,7 +95,6 @@ private:
     // Theme: FrameWindowTheme.cpp.
     ChromeTheme ReplaceThemeOverride(std::optional<ChromeTheme> overlay);
     void DeriveMetricsLocked();
-    void SendIcons(const ChromeTheme& theme);
 
     // Life and focus: FrameWindowMessages.cpp.
     LRESULT HandleLifeMessage(UINT message, WPARAM wParam, LPARAM lParam);

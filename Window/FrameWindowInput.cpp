@@ -1,8 +1,8 @@
 // UI thread: what goes to the scene. Events that find the ring full are dropped.
+#include "Core/Timestamp.h"
 #include "Window/FrameWindow.h"
 #include "Window/HitTest.h"
 #include "Window/MessageParameters.h"
-#include "Window/Timestamp.h"
 
 #include <optional>
 

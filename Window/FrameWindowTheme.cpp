@@ -1,5 +1,6 @@
 // Title, title image, theme and icons. Any thread.
 #include "Window/FrameWindow.h"
+#include "Window/WindowIcons.h"
 
 #include <utility>
 
@@ -18,7 +19,7 @@ void FrameWindow::SetTitle(std::wstring title) {
 
 void FrameWindow::SetChromeTheme(const ChromeTheme& theme) {
     ChromeTheme effective = ReplaceThemeOverride(theme);
-    SendIcons(effective);
+    SendIcons(Handle(), effective);
     PostToRenderThread([this, effective = std::move(effective)] {
         if (renderSide_) renderSide_->SetChromeTheme(effective);
     });
@@ -48,13 +49,6 @@ ChromeTheme FrameWindow::ReplaceThemeOverride(std::optional<ChromeTheme> overlay
 void FrameWindow::DeriveMetricsLocked() {
     state_.Theme.Metrics = DeriveThemeMetrics(state_.Theme.Effective);
     state_.CaptionMetrics.Store(HitTestMetricsOf(state_.Theme.Metrics));
-}
-
-void FrameWindow::SendIcons(const ChromeTheme& theme) {
-    const HWND window = Handle();
-    if (!window) return;
-    if (theme.SmallIcon) SendMessageW(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(*theme.SmallIcon));
-    if (theme.LargeIcon) SendMessageW(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(*theme.LargeIcon));
 }
 
 }  // namespace Tamborel

@@ -3,6 +3,7 @@
 #include "Core/RenderDevice.h"
 #include "Scene/SceneNode.h"
 #include "Window/BlitRecord.h"
+#include "Window/FrameChrome.h"
 #include "Window/RenderLoop.h"
 
 #include <array>
@@ -109,19 +110,31 @@ void RenderLoop::TakeResize() {
     clientOffset_ = {geometry.clientOffsetX, geometry.clientOffsetY};
     (void)tree_.SetClientOffset(clientOffset_);
     MarkAllDirty();
+    if (chrome_) chrome_->SetSurface(frameSurface_.get());
     ++Counters.Resizes;
 }
 
 void RenderLoop::ReadWindow(Turn& turn) {
     turn.dpiScale = static_cast<float>(GetDpiForWindow(window_)) / kStandardDpi;
     turn.zoomed = IsZoomed(window_) != FALSE;
-    // A chrome would take the zones, the zoomed state and the scale here, and tell its measures.
     HitTestMetrics metrics;
-    {
+    if (chrome_) {
+        metrics = ReadChrome(turn);
+    } else {
         const std::lock_guard lock(state_.Theme.Mutex);
         metrics = HitTestMetricsOf(state_.Theme.Metrics);
     }
     state_.CaptionMetrics.Store(metrics);
+}
+
+// Tells the chrome how the window stands, and asks what it measures then.
+HitTestMetrics RenderLoop::ReadChrome(const Turn& turn) {
+    chrome_->HoverZone = state_.HoverZone;
+    chrome_->PressedZone = state_.PressedZone;
+    chrome_->maximized = turn.zoomed;
+    chrome_->dpiScale = turn.dpiScale;
+    chrome_->Arrange();
+    return chrome_->ReadHitTestMetrics();
 }
 
 void RenderLoop::WatchChanges(const Turn& turn) {
@@ -144,16 +157,18 @@ void RenderLoop::BuildRecord(Turn& turn) {
     FrameLook look;
     {
         const std::lock_guard lock(state_.Theme.Mutex);
-        look = FrameLookOf(state_.Theme.Effective, state_.Theme.Metrics);
+        look = chrome_ ? FrameLookOf(*chrome_, state_.Theme.Metrics)
+                       : FrameLookOf(state_.Theme.Effective, state_.Theme.Metrics);
     }
     const SIZE window = frameSurface_->GetSize();
-    turn.record = BuildBlitFrameRecord(look, {.windowWidth = window.cx,
-                                              .windowHeight = window.cy,
-                                              .clientOffsetX = clientOffset_.x,
-                                              .clientOffsetY = clientOffset_.y,
-                                              .dpiScale = turn.dpiScale,
-                                              .maximized = turn.zoomed,
-                                              .innerBorder = clientVisible_});
+    turn.record =
+        BuildBlitFrameRecord(look, {.windowWidth = window.cx,
+                                    .windowHeight = window.cy,
+                                    .clientOffsetX = clientOffset_.x,
+                                    .clientOffsetY = clientOffset_.y,
+                                    .dpiScale = turn.dpiScale,
+                                    .maximized = turn.zoomed,
+                                    .innerBorder = chrome_ ? chrome_->ReadMetrics().clientVisible : clientVisible_});
     ApplyMaximizedChromePolicy(turn.record);
 }
 

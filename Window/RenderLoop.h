@@ -20,6 +20,7 @@
 namespace Tamborel {
 
 class BackgroundRenderer;
+class FrameChrome;
 class RenderDevice;
 class SceneNode;
 
@@ -38,6 +39,14 @@ public:
     void Run() override;
     void SetBackground(BackgroundRenderer* renderer) override;
     std::shared_ptr<SceneNode> ClientRoot() override { return clientRoot_; }
+    SIZE FrameSurfaceSize() const override { return frameSurface_ ? frameSurface_->GetSize() : SIZE{}; }
+
+    void SetChromeTitle(const std::wstring& title) override;
+    void SetChromeTheme(const ChromeTheme& theme) override;
+    void SetChromeTitleImage(const std::shared_ptr<ImageAsset>& image) override;
+
+    /// The title bar; null when it could not be made.
+    std::shared_ptr<FrameChrome> Chrome() const { return chrome_; }
 
     /// The root on the frame surface, the chrome's parent.
     std::shared_ptr<SceneNode> FrameRoot() const { return frameRoot_; }
@@ -73,6 +82,7 @@ private:
     // RenderSetup.cpp
     bool SetUpSurfaces();
     bool SetUpDirect3D();
+    void SetUpChrome();
     void SetUpFallbackBackground();
     HRESULT BuildTree(POINT clientOffset, SIZE outer, SIZE client);
 
@@ -85,6 +95,7 @@ private:
     float AdvanceClock();
     void TakeResize();
     void ReadWindow(Turn& turn);
+    HitTestMetrics ReadChrome(const Turn& turn);
     void WatchChanges(const Turn& turn);
     void BuildRecord(Turn& turn);
     void UpdateScene(const Turn& turn);
@@ -117,6 +128,8 @@ private:
     BrushCache frameCache_;
     std::shared_ptr<SceneNode> clientRoot_;
     std::shared_ptr<SceneNode> frameRoot_;
+    std::shared_ptr<FrameChrome> chrome_;
+    std::wstring title_;  // what the chrome is made with
     InputRouter router_;
     std::unique_ptr<BackgroundRenderer> fallback_;
     BackgroundRenderer* background_ = nullptr;  // the application's, not owned

@@ -3,7 +3,9 @@
 #include "Core/Log.h"
 #include "Core/RenderDevice.h"
 #include "Scene/SceneNode.h"
+#include "Window/FrameChrome.h"
 #include "Window/RenderLoop.h"
+#include "Window/WindowIcons.h"
 
 #include <dcomp.h>
 
@@ -33,7 +35,8 @@ RenderLoop::RenderLoop(const RenderSideSetup& setup, Clock clock)
       stopRequested_(setup.stopRequested),
       stopEvent_(setup.stopEvent),
       ready_(setup.ready),
-      clock_(clock) {}
+      clock_(clock),
+      title_(setup.title) {}
 
 RenderLoop::~RenderLoop() {
     TearDown();
@@ -58,8 +61,7 @@ bool RenderLoop::SetUp() {
     if (!SetUpSurfaces()) return false;
     clientRoot_ = std::make_shared<SceneNode>();
     frameRoot_ = std::make_shared<SceneNode>();
-    // The chrome is made here, initialised with the frame surface and added to the frame root. Until there is one the
-    // window runs without, which is also what a chrome that fails comes to.
+    SetUpChrome();
     if (!SetUpDirect3D()) return false;
     SetUpFallbackBackground();
     return true;
@@ -126,6 +128,35 @@ bool RenderLoop::SetUpDirect3D() {
     return SUCCEEDED(deferred.As(&deferredContext_));
 }
 
+// A chrome that fails leaves a window that runs without.
+void RenderLoop::SetUpChrome() {
+    auto chrome = std::make_shared<FrameChrome>();
+    chrome->title = title_;
+    ChromeTheme theme;
+    {
+        const std::lock_guard lock(state_.Theme.Mutex);
+        theme = state_.Theme.Effective;
+        chrome->titleImage = state_.Theme.TitleImage;
+    }
+    chrome->ApplyTheme(theme);
+    if (FAILED(chrome->Initialize(frameSurface_.get()))) return;
+    SendIcons(window_, theme);
+    frameRoot_->AddChild(chrome);
+    chrome_ = std::move(chrome);
+}
+
+void RenderLoop::SetChromeTitle(const std::wstring& title) {
+    if (chrome_) chrome_->title = title;
+}
+
+void RenderLoop::SetChromeTheme(const ChromeTheme& theme) {
+    if (chrome_) chrome_->ApplyTheme(theme);
+}
+
+void RenderLoop::SetChromeTitleImage(const std::shared_ptr<ImageAsset>& image) {
+    if (chrome_) chrome_->titleImage = image;
+}
+
 void RenderLoop::SetUpFallbackBackground() {
     fallback_ = std::make_unique<BackgroundRenderer>();
     fallback_->SetAnimate(false);  // It paints a flat fill, which nothing moves: a still window stays without work.
@@ -150,8 +181,10 @@ void RenderLoop::TearDown() {
     background_ = nullptr;
     if (fallback_) fallback_->ReleaseResources();
     fallback_.reset();
+    if (chrome_) chrome_->SetSurface(nullptr);
     clientCache_ = {};
     frameCache_ = {};
+    chrome_.reset();
     clientRoot_.reset();
     frameRoot_.reset();
     stagingTexture_.Reset();

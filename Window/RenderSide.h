@@ -35,6 +35,10 @@ public:
     /// The root of the scene on the client surface.
     virtual std::shared_ptr<SceneNode> ClientRoot() = 0;
 
+    /// Size in pixels of the surface that covers the whole window, 0 by 0 while there is none. Also within the frame's
+    /// walks of the scene.
+    virtual SIZE FrameSurfaceSize() const { return {}; }
+
     // What the title bar and frame are to show. A render side without a chrome has no use for it.
     virtual void SetChromeTitle(const std::wstring&) {}
     virtual void SetChromeTheme(const ChromeTheme&) {}
@@ -48,6 +52,7 @@ struct RenderSideSetup {
     const std::atomic<bool>& stopRequested;
     HANDLE stopEvent;                 ///< Signalled once after stopRequested was set; waited on beside the frame waits.
     std::function<void(bool)> ready;  ///< To be called exactly once: whether the set-up succeeded.
+    std::wstring title{};             ///< The window's, for its title bar.
 };
 
 /// Makes the render side of a window: in programs the render loop, in tests whatever the test links.

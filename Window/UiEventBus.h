@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Window/UiEvent.h"
+#include "Scene/UiEvent.h"
 
 #include <atomic>
 #include <cstddef>

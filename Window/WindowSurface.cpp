@@ -92,6 +92,7 @@ HRESULT WindowSurface::Resize(SIZE newSize) {
     // ResizeBuffers fails while anyone holds the back buffer. The context doesn't: EndDraw cleared its target.
     RTV.Reset();
     TargetBitmap.Reset();
+    if (!SwapChain) return E_FAIL;
     TAMBOREL_CHECK(SwapChain->ResizeBuffers(
         0, static_cast<UINT>(newSize.cx), static_cast<UINT>(newSize.cy),
         DXGI_FORMAT_UNKNOWN, DXGI_SWAP_CHAIN_FLAG_FRAME_LATENCY_WAITABLE_OBJECT));

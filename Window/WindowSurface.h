@@ -33,7 +33,8 @@ public:
     [[nodiscard]] HRESULT CreateBuffers();
 
     /// Gives the buffers a new size in pixels; the size already held is left as it is. After a failure the surface
-    /// holds the new size and no target.
+    /// holds the new size and no target. Before Initialize it takes the size and is E_FAIL, unreported: that is enough
+    /// of a surface for a chrome that is drawn elsewhere.
     HRESULT Resize(SIZE newSize);
 
     /// Opens the pass on the context. Always S_OK.

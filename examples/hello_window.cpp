@@ -47,15 +47,18 @@ public:
     }
 };
 
-std::shared_ptr<SceneNode> MakeScene() {
+std::shared_ptr<SceneNode> MakeScene(FrameWindow& window) {
     auto card = std::make_shared<Card>();
     card->localTransform = {1, 0, 0, 1, 40, 40};
 
     auto disc = std::make_shared<Disc>();
     disc->localTransform = {1, 0, 0, 1, 180, 110};
-    // The card owns the disc, so the link back must not own it too.
-    card->onPointerDown = [weakDisc = std::weak_ptr(disc)](const InputEvent& event) {
-        if (const auto pressed = weakDisc.lock()) pressed->localTransform = {1, 0, 0, 1, event.x, event.y};
+    // The card owns the disc, so the link back must not own it too. A closure has the whole scene placed and drawn
+    // anew.
+    card->onPointerDown = [&window, weakDisc = std::weak_ptr(disc)](const InputEvent& event) {
+        window.PostToRenderThread([weakDisc, place = Matrix3x2{1, 0, 0, 1, event.x, event.y}] {
+            if (const auto pressed = weakDisc.lock()) pressed->localTransform = place;
+        });
     };
     card->AddChild(std::move(disc));
     return card;
@@ -69,14 +72,16 @@ int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand) {
         FrameWindow window;
         WindowConfig config;
         config.title = L"Hello, window";
-        config.width = 480;
-        config.height = 360;
+        // A window's size is in pixels, a scene's in units that grow with the display's scale.
+        const int dpi = static_cast<int>(GetDpiForSystem());
+        config.width = 480 * dpi / 96;
+        config.height = 360 * dpi / 96;
         window.Create(instance, showCommand, config);
         if (!window.WaitUntilReady()) {
             Shutdown();
             return 2;
         }
-        window.PostToRenderThread([&window] { window.ClientRoot()->AddChild(MakeScene()); });
+        window.PostToRenderThread([&window] { window.ClientRoot()->AddChild(MakeScene(window)); });
         WaitForWindows();
         window.Shutdown();
     }

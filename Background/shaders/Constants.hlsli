@@ -1,6 +1,6 @@
 // The constant buffer that the pixel programs of the kinds 0 to 7 share. Tamborel::Constants is its mirror: names, order
-// and offsets are the same.
-cbuffer Constants : register(b0) {
+// and offsets are the same. The vertex program has it too, in another register.
+cbuffer Constants : register(CONSTANTS_REGISTER) {
     float4 iResolution;
     float4 iChannelResolution[4];
     float4 rangeMin;

@@ -1,40 +1,11 @@
 // Apartments, and the one class that the toolkit has made for it: the imaging factory.
 
-#include "tests/fakes/FakeObject.h"
+#include "tests/fakes/FakeImaging.h"
 
 #include <objbase.h>
 #include <wincodec.h>
 
 #include <cstdlib>
-
-namespace Fakes {
-
-namespace {
-
-class FakeImagingFactory final : public FakeObject<IWICImagingFactory2, IWICImagingFactory> {
-public:
-    FakeImagingFactory() : FakeObject("ImagingFactory") {}
-    HRESULT CreateDecoderFromStream(IStream*, const GUID*, WICDecodeOptions options,
-                                    IWICBitmapDecoder** decoder) override {
-        *decoder = nullptr;
-        return NotMade(Call("CreateDecoderFromStream", options));
-    }
-    HRESULT CreateFormatConverter(IWICFormatConverter** converter) override {
-        *converter = nullptr;
-        return NotMade(Call("CreateFormatConverter"));
-    }
-    HRESULT CreateStream(IWICStream** stream) override {
-        *stream = nullptr;
-        return NotMade(Call("CreateStream"));
-    }
-
-private:
-    static HRESULT NotMade(HRESULT result) { return FAILED(result) ? result : E_NOTIMPL; }
-};
-
-}  // namespace
-
-}  // namespace Fakes
 
 FAKE_FUNCTION HRESULT CoInitializeEx(LPVOID, DWORD model) noexcept {
     return Fakes::FreeCall("CoInitializeEx", model);

@@ -70,11 +70,30 @@ private:
     FLOAT opacity_ = 1.0F;
 };
 
+class FakeSvgDocument final : public FakeResource<ID2D1SvgDocument> {
+public:
+    explicit FakeSvgDocument(D2D1_SIZE_F viewport) : FakeResource("SvgDocument"), viewport_(viewport) {}
+    HRESULT SetViewportSize(D2D1_SIZE_F viewport) override;
+    D2D1_SIZE_F GetViewportSize() const override { return viewport_; }
+    /// None when a failure of "GetRoot" was asked for.
+    void GetRoot(ID2D1SvgElement** root) override;
+
+private:
+    D2D1_SIZE_F viewport_;
+};
+
+class FakeSvgElement final : public FakeResource<ID2D1SvgElement> {
+public:
+    FakeSvgElement() : FakeResource("SvgElement") {}
+    HRESULT SetAttributeValue(PCWSTR name, D2D1_SVG_ATTRIBUTE_POD_TYPE type, const void* value, UINT32 size) override;
+};
+
 class FakeDrawingContext final
     : public FakeResource<ID2D1DeviceContext5, ID2D1RenderTarget, ID2D1DeviceContext, ID2D1DeviceContext1,
                           ID2D1DeviceContext2, ID2D1DeviceContext3, ID2D1DeviceContext4> {
 public:
-    FakeDrawingContext() : FakeResource("DrawingContext") {}
+    /// The device is not counted: it outlives its contexts here.
+    explicit FakeDrawingContext(ID2D1Device* device) : FakeResource("DrawingContext"), device_(device) {}
 
     HRESULT CreateBitmap(D2D1_SIZE_U size, const void* pixels, UINT32 pitch, const D2D1_BITMAP_PROPERTIES* properties,
                          ID2D1Bitmap** bitmap) override;
@@ -125,11 +144,15 @@ public:
     void GetDpi(FLOAT* x, FLOAT* y) const override;
     D2D1_SIZE_F GetSize() const override { return {}; }
     D2D1_SIZE_U GetPixelSize() const override { return {}; }
-    void GetDevice(ID2D1Device** device) const override { *device = nullptr; }
+    void GetDevice(ID2D1Device** device) const override {
+        *device = device_;
+        if (device_) device_->AddRef();
+    }
     void SetTarget(ID2D1Image* image) override;
     void GetTarget(ID2D1Image** image) const override { target_.CopyTo(image); }
 
 private:
+    ID2D1Device* device_;
     D2D1_MATRIX_3X2_F transform_ = D2D1::Matrix3x2F::Identity();
     D2D1_ANTIALIAS_MODE antialiasMode_ = D2D1_ANTIALIAS_MODE_PER_PRIMITIVE;
     FLOAT dpiX_ = 96.0F;

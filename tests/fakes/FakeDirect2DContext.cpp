@@ -79,9 +79,7 @@ HRESULT FakeDrawingContext::CreateSolidColorBrush(const D2D1_COLOR_F* color, con
 }
 
 HRESULT FakeDrawingContext::CreateSvgDocument(IStream*, D2D1_SIZE_F size, ID2D1SvgDocument** document) {
-    *document = nullptr;
-    const HRESULT result = Call("CreateSvgDocument", size.width, size.height);
-    return FAILED(result) ? result : E_NOTIMPL;
+    return Make<FakeSvgDocument>(Call("CreateSvgDocument", size.width, size.height), document, size);
 }
 
 void FakeDrawingContext::DrawLine(D2D1_POINT_2F from, D2D1_POINT_2F to, ID2D1Brush* brush, FLOAT width,

@@ -1,25 +1,26 @@
 #include "tests/fakes/FakeDirect2D.h"
+#include "tests/fakes/FakeGeometry.h"
 
 namespace Fakes {
 
-HRESULT FakeDrawingFactory::CreateGeometryGroup(D2D1_FILL_MODE, ID2D1Geometry**, UINT32 count,
+HRESULT FakeDrawingFactory::CreateGeometryGroup(D2D1_FILL_MODE mode, ID2D1Geometry** geometries, UINT32 count,
                                                 ID2D1GeometryGroup** group) {
-    *group = nullptr;
-    const HRESULT result = Call("CreateGeometryGroup", count);
-    return FAILED(result) ? result : E_NOTIMPL;
+    std::string names;
+    for (UINT32 i = 0; i < count; ++i) names += (i ? " " : "") + Text(geometries[i]);
+    const HRESULT result = Call("CreateGeometryGroup", mode, "[" + names + "]");
+    return Make<FakeGroup>(result, group,
+                           std::vector<Microsoft::WRL::ComPtr<ID2D1Geometry>>(geometries, geometries + count));
 }
 
-HRESULT FakeDrawingFactory::CreateTransformedGeometry(ID2D1Geometry* source, const D2D1_MATRIX_3X2_F*,
+HRESULT FakeDrawingFactory::CreateTransformedGeometry(ID2D1Geometry* source, const D2D1_MATRIX_3X2_F* m,
                                                       ID2D1TransformedGeometry** geometry) {
-    *geometry = nullptr;
-    const HRESULT result = Call("CreateTransformedGeometry", source);
-    return FAILED(result) ? result : E_NOTIMPL;
+    const HRESULT result =
+        Call("CreateTransformedGeometry", source, "{" + Joined(m->_11, m->_12, m->_21, m->_22, m->_31, m->_32) + "}");
+    return Make<FakeMovedGeometry>(result, geometry, source);
 }
 
 HRESULT FakeDrawingFactory::CreatePathGeometry(ID2D1PathGeometry** geometry) {
-    *geometry = nullptr;
-    const HRESULT result = Call("CreatePathGeometry");
-    return FAILED(result) ? result : E_NOTIMPL;
+    return Make<FakePath>(Call("CreatePathGeometry"), geometry);
 }
 
 HRESULT FakeDrawingFactory::CreateDevice(IDXGIDevice* dxgiDevice, ID2D1Device** device) {
@@ -33,13 +34,29 @@ HRESULT FakeDrawingFactory::CreateDevice(IDXGIDevice* dxgiDevice, ID2D1Device2**
 }
 
 HRESULT FakeDrawingDevice::CreateDeviceContext(D2D1_DEVICE_CONTEXT_OPTIONS options, ID2D1DeviceContext** context) {
-    return Make<FakeDrawingContext>(Call("CreateDeviceContext", options), context);
+    return Make<FakeDrawingContext>(Call("CreateDeviceContext", options), context, this);
 }
 HRESULT FakeDrawingDevice::CreateDeviceContext(D2D1_DEVICE_CONTEXT_OPTIONS options, ID2D1DeviceContext1** context) {
-    return Make<FakeDrawingContext>(Call("CreateDeviceContext", options), context);
+    return Make<FakeDrawingContext>(Call("CreateDeviceContext", options), context, this);
 }
 HRESULT FakeDrawingDevice::CreateDeviceContext(D2D1_DEVICE_CONTEXT_OPTIONS options, ID2D1DeviceContext2** context) {
-    return Make<FakeDrawingContext>(Call("CreateDeviceContext", options), context);
+    return Make<FakeDrawingContext>(Call("CreateDeviceContext", options), context, this);
+}
+
+HRESULT FakeSvgDocument::SetViewportSize(D2D1_SIZE_F viewport) {
+    const HRESULT result = Call("SetViewportSize", viewport.width, viewport.height);
+    if (SUCCEEDED(result)) viewport_ = viewport;
+    return result;
+}
+
+void FakeSvgDocument::GetRoot(ID2D1SvgElement** root) {
+    *root = SUCCEEDED(Call("GetRoot")) ? new FakeSvgElement : nullptr;
+}
+
+HRESULT FakeSvgElement::SetAttributeValue(PCWSTR name, D2D1_SVG_ATTRIBUTE_POD_TYPE type, const void* value,
+                                          UINT32 size) {
+    const auto* const length = static_cast<const D2D1_SVG_LENGTH*>(value);
+    return Call("SetAttributeValue", name, type, length->value, length->units, size);
 }
 
 D2D1_SIZE_F FakeBitmap::GetSize() const {

@@ -1,5 +1,7 @@
 #include "tests/fakes/FakeDirectWrite.h"
 
+#include "tests/fakes/FakeTextLayout.h"
+
 #include <algorithm>
 #include <mutex>
 
@@ -41,9 +43,8 @@ HRESULT FakeTextFactory::CreateTextFormat(const WCHAR* family, IDWriteFontCollec
 
 HRESULT FakeTextFactory::CreateTextLayout(const WCHAR* text, UINT32 length, IDWriteTextFormat* format, FLOAT maxWidth,
                                           FLOAT maxHeight, IDWriteTextLayout** layout) {
-    *layout = nullptr;
     const HRESULT result = Call("CreateTextLayout", std::wstring(text, length).c_str(), format, maxWidth, maxHeight);
-    return FAILED(result) ? result : E_NOTIMPL;
+    return Make<FakeTextLayout>(result, layout, format, maxWidth, maxHeight);
 }
 
 HRESULT FakeTextFactory::CreateFontSetBuilder(IDWriteFontSetBuilder** builder) {

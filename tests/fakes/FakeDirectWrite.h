@@ -23,7 +23,6 @@ public:
     HRESULT CreateTextFormat(const WCHAR* family, IDWriteFontCollection* collection, DWRITE_FONT_WEIGHT weight,
                              DWRITE_FONT_STYLE style, DWRITE_FONT_STRETCH stretch, FLOAT size, const WCHAR* locale,
                              IDWriteTextFormat** format) override;
-    /// Only recorded: E_NOTIMPL.
     HRESULT CreateTextLayout(const WCHAR* text, UINT32 length, IDWriteTextFormat* format, FLOAT maxWidth,
                              FLOAT maxHeight, IDWriteTextLayout** layout) override;
     HRESULT CreateFontSetBuilder(IDWriteFontSetBuilder** builder) override;

@@ -13,7 +13,6 @@ const char* const kUsage =
 background_shot --width W --height H --out FILE.png [option...]
 
   --kind K               0 to 8; 0 where it isn't given
-  --stand-in             a kind that isn't built yet is drawn even and dark instead of being refused
   --time T  --frame N    seconds and number on the clock and the counter that the kind reads
   --no-background        the flat interior fill in the background's place
   --grade H,S,B,C        hue in degrees, saturation, brightness, contrast
@@ -168,10 +167,6 @@ Options ReadOptions(const std::vector<std::string>& words) {
         const std::string& word = words[i];
         if (word == "--no-background") {
             options.record.useThemeBackground = 0;
-            continue;
-        }
-        if (word == "--stand-in") {
-            options.standIn = true;
             continue;
         }
         const auto reader = Readers().find(word);

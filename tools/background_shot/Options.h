@@ -24,7 +24,6 @@ extern const char* const kUsage;
 /// What to draw, and where to write it.
 struct Options {
     Tamborel::BackgroundKind kind = Tamborel::BackgroundKind::LiquidMetal;
-    bool standIn = false;     ///< Draw a kind that isn't built yet with the even background that stands in for it.
     double time = 0.0;        ///< Seconds, on whichever clock the kind reads.
     std::int32_t frame = 0;   ///< On whichever counter the kind reads.
     std::uint32_t width = 0;  ///< Pixels of the image.

@@ -1,7 +1,6 @@
 #include "tools/background_shot/Shot.h"
 
 #include "Background/BackgroundRenderer.h"
-#include "Background/ShaderPrograms.h"
 
 #include <wrl/client.h>
 
@@ -22,15 +21,6 @@ void Require(HRESULT result, const char* call) {
     std::array<char, 128> text{};
     std::snprintf(text.data(), text.size(), "%s failed: 0x%08X", call, static_cast<unsigned>(result));
     throw std::runtime_error(text.data());
-}
-
-void RefuseMissingKind(const Options& options) {
-    if (!options.record.useThemeBackground || Tamborel::HasOwnProgram(options.kind)) return;
-    const auto index = static_cast<std::size_t>(options.kind);
-    const std::string name =
-        "kind " + std::to_string(index) + " (" + Tamborel::kBackgroundDisplayNames[index] + ") isn't built yet";
-    if (options.kind == BackgroundKind::LiquidMetalSurface) throw std::runtime_error(name);
-    if (!options.standIn) throw std::runtime_error(name + "; --stand-in draws an even background in its place");
 }
 
 float FromHalf(std::uint16_t half) {
@@ -141,7 +131,6 @@ private:
 }  // namespace
 
 Shot Draw(const Options& options) {
-    RefuseMissingKind(options);
     return Studio(options).Take();
 }
 

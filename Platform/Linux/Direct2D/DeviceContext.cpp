@@ -139,11 +139,6 @@ HRESULT DeviceContext::CreateSolidColorBrush(const D2D1_COLOR_F* color, const D2
     return *brush ? S_OK : E_OUTOFMEMORY;
 }
 
-HRESULT DeviceContext::CreateSvgDocument(IStream*, D2D1_SIZE_F, ID2D1SvgDocument** document) {
-    if (document) *document = nullptr;
-    return NotImplemented("ID2D1DeviceContext5::CreateSvgDocument");
-}
-
 void DeviceContext::Fail(HRESULT result) noexcept {
     if (SUCCEEDED(failure_)) failure_ = result;
 }

@@ -26,11 +26,17 @@ bool operator==(const LineShape& a, const LineShape& b) {
     return a.from.x == b.from.x && a.from.y == b.from.y && a.to.x == b.to.x && a.to.y == b.to.y;
 }
 bool operator==(const PathShape& a, const PathShape& b) {
-    return a.path == b.path;  // Paths and images never change, so the same object is the same content.
+    // Paths and images never change, so the same object is the same content; an outline made anew may be, too.
+    return a.path == b.path || *a.path == *b.path;
 }
 bool operator==(const ImageShape& a, const ImageShape& b) {
     return a.image == b.image && Equal(a.source, b.source) && Equal(a.destination, b.destination) &&
-           a.smooth == b.smooth;
+           a.sampling == b.sampling;
+}
+bool operator==(const TextShape& a, const TextShape& b) {
+    // Text that is set anew and comes out the same is the same picture.
+    return a.origin.x == b.origin.x && a.origin.y == b.origin.y &&
+           (a.content == b.content || DirectWrite::SameInk(*a.content, *b.content));
 }
 
 bool SameShape(const Shape& a, const Shape& b) {
@@ -64,6 +70,11 @@ struct OwnBounds {
         return Inflate(shape.path->Bounds(), stroke / 2 * miterLimit);
     }
     D2D1_RECT_F operator()(const ImageShape& shape) const { return Ordered(shape.destination); }
+    D2D1_RECT_F operator()(const TextShape& shape) const {
+        const D2D1_RECT_F& ink = shape.content->ink;
+        const D2D1_POINT_2F& at = shape.origin;
+        return {ink.left + at.x, ink.top + at.y, ink.right + at.x, ink.bottom + at.y};
+    }
 };
 
 }  // namespace
@@ -81,6 +92,8 @@ PixelRect BoundsOf(const DrawCommand& command, const PixelRect& target) noexcept
     if (command.strokeWidth && !(*command.strokeWidth > 0.0F)) return {};
     const D2D1_RECT_F own = std::visit(OwnBounds{command.strokeWidth.value_or(0.0F)}, command.shape);
     D2D1_RECT_F bounds = Bounds(command.transform, own);
+    // Glyphs and bars move by up to half a pixel onto the grid.
+    if (std::holds_alternative<TextShape>(command.shape)) bounds = Inflate(bounds, 1.0F);
     if (command.clip) {
         if (bounds.left > command.clip->right || bounds.top > command.clip->bottom ||
             bounds.right < command.clip->left || bounds.bottom < command.clip->top) {

@@ -3,6 +3,7 @@
 
 #include "Platform/Linux/Direct2D/Path.h"
 #include "Platform/Linux/Direct2D/PixelRect.h"
+#include "Platform/Linux/DirectWrite/TextContent.h"
 
 #include <d2d1_1.h>
 
@@ -37,15 +38,22 @@ struct LineShape {
 struct PathShape {
     std::shared_ptr<const Path> path;
 };
+/// How an image's pixels become others. Smooth looks at all pixels of a picture that is made smaller.
+enum class Sampling : unsigned char { Nearest, Linear, Smooth };
 /// Part of an image, stretched over a rectangle.
 struct ImageShape {
     std::shared_ptr<const Image> image;
     D2D1_RECT_F source;
     D2D1_RECT_F destination;
-    bool smooth;
+    Sampling sampling;
+};
+/// Text that is set, its box's upper left corner at a place.
+struct TextShape {
+    std::shared_ptr<const DirectWrite::TextContent> content;
+    D2D1_POINT_2F origin;
 };
 
-using Shape = std::variant<RectShape, RoundedRectShape, EllipseShape, LineShape, PathShape, ImageShape>;
+using Shape = std::variant<RectShape, RoundedRectShape, EllipseShape, LineShape, PathShape, ImageShape, TextShape>;
 
 struct DrawCommand {
     Shape shape;

@@ -17,6 +17,11 @@ void Path::Append(const Path& other, const D2D1_MATRIX_3X2_F& transform) {
     for (const D2D1_POINT_2F& point : other.points) points.push_back(Apply(transform, point));
 }
 
+bool operator==(const Path& a, const Path& b) noexcept {
+    const auto samePoint = [](const D2D1_POINT_2F& p, const D2D1_POINT_2F& q) { return p.x == q.x && p.y == q.y; };
+    return a.fillMode == b.fillMode && a.steps == b.steps && std::ranges::equal(a.points, b.points, samePoint);
+}
+
 D2D1_RECT_F Path::Bounds() const noexcept {
     if (points.empty()) return {};
     D2D1_RECT_F bounds{points[0].x, points[0].y, points[0].x, points[0].y};

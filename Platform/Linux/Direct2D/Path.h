@@ -25,6 +25,8 @@ struct Path {
     /// The box around all points, which contains the outline. All zero if there are none.
     D2D1_RECT_F Bounds() const noexcept;
 
+    friend bool operator==(const Path& a, const Path& b) noexcept;
+
 private:
     void Add(Step step, D2D1_POINT_2F point) {
         steps.push_back(step);

@@ -1,5 +1,6 @@
 #include "Platform/Linux/Direct2D/Rasterizer.h"
 
+#include "Platform/Linux/Direct2D/TextPainter.h"
 #include "Platform/Linux/Direct2D/Transform.h"
 
 #include <algorithm>
@@ -82,6 +83,18 @@ void AddPath(cairo_t* cairo, const Path& path) {
     }
 }
 
+cairo_filter_t FilterOf(Sampling sampling) {
+    switch (sampling) {
+        case Sampling::Nearest:
+            return CAIRO_FILTER_NEAREST;
+        case Sampling::Linear:
+            return CAIRO_FILTER_BILINEAR;
+        case Sampling::Smooth:
+            return CAIRO_FILTER_GOOD;  // The best one shows the pixels of an enlarged picture as squares.
+    }
+    return CAIRO_FILTER_BILINEAR;
+}
+
 void PaintImage(cairo_t* cairo, const ImageShape& shape, float opacity) {
     const double sourceWidth = shape.source.right - shape.source.left;
     const double sourceHeight = shape.source.bottom - shape.source.top;
@@ -98,7 +111,7 @@ void PaintImage(cairo_t* cairo, const ImageShape& shape, float opacity) {
     cairo_translate(cairo, shape.destination.left, shape.destination.top);
     cairo_scale(cairo, scaleX, scaleY);
     cairo_set_source_surface(cairo, surface, -shape.source.left, -shape.source.top);
-    cairo_pattern_set_filter(cairo_get_source(cairo), shape.smooth ? CAIRO_FILTER_BILINEAR : CAIRO_FILTER_NEAREST);
+    cairo_pattern_set_filter(cairo_get_source(cairo), FilterOf(shape.sampling));
     cairo_pattern_set_extend(cairo_get_source(cairo), CAIRO_EXTEND_PAD);  // No dark rim where the filter looks out.
     cairo_paint_with_alpha(cairo, opacity);
     cairo_set_source_rgba(cairo, 0, 0, 0, 0);  // Lets go of the surface, whose pixels are not ours.
@@ -120,6 +133,7 @@ struct AddShape {
         AddPath(cairo, *shape.path);
     }
     void operator()(const ImageShape&) const {}
+    void operator()(const TextShape&) const {}
 };
 
 }  // namespace
@@ -151,7 +165,7 @@ std::size_t Rasterizer::Repaint(const PixelRect& rect, std::span<const DrawComma
     std::size_t painted = 0;
     for (const DrawCommand& command : commands) {
         if (!Overlap(command.bounds, rect)) continue;
-        Paint(command);
+        Paint(command, Intersect(command.bounds, rect));
         ++painted;
     }
     cairo_restore(cairo_);
@@ -164,7 +178,7 @@ D2D1_RECT_F Rasterizer::Held(const D2D1_RECT_F& rect) const noexcept {
     return Intersect(rect, room);
 }
 
-void Rasterizer::Paint(const DrawCommand& command) {
+void Rasterizer::Paint(const DrawCommand& command, const PixelRect& area) {
     cairo_save(cairo_);
     if (command.clip) {
         AddRect(cairo_, Held(*command.clip));
@@ -173,6 +187,11 @@ void Rasterizer::Paint(const DrawCommand& command) {
     cairo_set_antialias(cairo_, command.antialiased ? CAIRO_ANTIALIAS_DEFAULT : CAIRO_ANTIALIAS_NONE);
     cairo_set_source_rgba(cairo_, command.color.r, command.color.g, command.color.b, command.color.a);
     const D2D1_MATRIX_3X2_F& m = command.transform;
+    if (const auto* const text = std::get_if<TextShape>(&command.shape)) {
+        PaintText(cairo_, *text, m, area);
+        cairo_restore(cairo_);
+        return;
+    }
     const auto* const rect = std::get_if<RectShape>(&command.shape);
     if (rect && !command.strokeWidth && m._12 == 0.0F && m._21 == 0.0F) {
         AddRect(cairo_, Held(Bounds(m, rect->rect)));

@@ -31,7 +31,8 @@ public:
     std::size_t Stride() const noexcept;
 
 private:
-    void Paint(const DrawCommand& command);
+    /// `area` is the part that is asked for; more may be painted.
+    void Paint(const DrawCommand& command, const PixelRect& area);
     /// The rectangle's part on and just around the picture: Cairo's coordinates wrap around beyond 2^23.
     D2D1_RECT_F Held(const D2D1_RECT_F& rect) const noexcept;
 

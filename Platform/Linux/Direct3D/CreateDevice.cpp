@@ -1,4 +1,5 @@
 // D3D11CreateDevice.
+#include "Platform/Linux/Direct3D/DeviceAhead.h"
 #include "Platform/Linux/Direct3D/Direct3DDevice.h"
 
 #include <algorithm>
@@ -38,7 +39,9 @@ HRESULT D3D11CreateDevice(IDXGIAdapter* adapter, D3D_DRIVER_TYPE driverType, HMO
 
     ComPtr<Platform::Direct3D::Direct3DDevice> made;
     try {
-        made = MakeObject<Platform::Direct3D::Direct3DDevice>(GraphicsDevice::Create(), *level);
+        std::shared_ptr<GraphicsDevice> graphics = DeviceAhead::Take();
+        if (!graphics) graphics = GraphicsDevice::Create();
+        made = MakeObject<Platform::Direct3D::Direct3DDevice>(std::move(graphics), *level);
     } catch (...) {
         const HRESULT hr = CurrentFailure();
         if (hr == DXGI_ERROR_UNSUPPORTED)

@@ -6,9 +6,9 @@
 #include "Platform/Linux/Direct3D/PipelineCache.h"
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <optional>
-#include <string_view>
 
 namespace Platform::Direct3D {
 
@@ -16,6 +16,8 @@ namespace {
 
 // One is open while the device works on the others; beyond these the program waits for the device.
 constexpr std::size_t batchCount = 4;
+
+std::atomic<bool> wasEverMade{false};
 
 std::optional<std::uint32_t> FindQueueFamily(VkPhysicalDevice device) {
     std::uint32_t count = 0;
@@ -27,14 +29,6 @@ std::optional<std::uint32_t> FindQueueFamily(VkPhysicalDevice device) {
         if ((families[i].queueFlags & needed) == needed) return i;
     }
     return std::nullopt;
-}
-
-bool HasExtension(VkPhysicalDevice device, std::string_view name) {
-    std::uint32_t count = 0;
-    Check(vkEnumerateDeviceExtensionProperties(device, nullptr, &count, nullptr));
-    std::vector<VkExtensionProperties> all(count);
-    Check(vkEnumerateDeviceExtensionProperties(device, nullptr, &count, all.data()));
-    return std::ranges::any_of(all, [&](const auto& each) { return name == each.extensionName; });
 }
 
 /// Vulkan 1.3 with passes that need no objects of their own; all maintained drivers in Debian 12 have it.
@@ -67,7 +61,13 @@ void CopyRows(std::byte* target, std::size_t targetStride, const std::byte* sour
 }  // namespace
 
 std::shared_ptr<GraphicsDevice> GraphicsDevice::Create() {
-    return std::shared_ptr<GraphicsDevice>(new GraphicsDevice);
+    std::shared_ptr<GraphicsDevice> made(new GraphicsDevice);
+    wasEverMade = true;
+    return made;
+}
+
+bool GraphicsDevice::WasEverMade() noexcept {
+    return wasEverMade;
 }
 
 GraphicsDevice::GraphicsDevice() {
@@ -114,7 +114,6 @@ void GraphicsDevice::ChooseDevice() {
     }
     if (!physicalDevice_) throw VulkanError(VK_ERROR_INCOMPATIBLE_DRIVER);
     queueFamily_ = FindQueueFamily(physicalDevice_).value();
-    canPresentToX11_ = instance.hasXcbSurfaces && HasExtension(physicalDevice_, VK_KHR_SWAPCHAIN_EXTENSION_NAME);
     vkGetPhysicalDeviceMemoryProperties(physicalDevice_, &memory_);
 }
 
@@ -136,13 +135,10 @@ void GraphicsDevice::MakeDevice() {
     queue.queueFamilyIndex = queueFamily_;
     queue.queueCount = 1;
     queue.pQueuePriorities = &priority;
-    const char* const swapchain = VK_KHR_SWAPCHAIN_EXTENSION_NAME;
     auto info = Typed<VkDeviceCreateInfo>(VK_STRUCTURE_TYPE_DEVICE_CREATE_INFO);
     info.pNext = &features;
     info.queueCreateInfoCount = 1;
     info.pQueueCreateInfos = &queue;
-    info.enabledExtensionCount = canPresentToX11_ ? 1 : 0;
-    info.ppEnabledExtensionNames = &swapchain;
     Check(vkCreateDevice(physicalDevice_, &info, nullptr, &device_));
 }
 
@@ -202,6 +198,12 @@ void GraphicsDevice::ReadBack(const std::shared_ptr<Texture>& texture, const Pix
     });
     Finish();
     CopyRows(static_cast<std::byte*>(pixels), stride, buffer->Data(), rowBytes, rowBytes, source.height);
+}
+
+void GraphicsDevice::AwaitPixels(const std::shared_ptr<Texture>& texture) {
+    const auto lock = Lock();
+    Record([&](VkCommandBuffer commands) { texture->Prepare(commands, Use::readInPlace); });
+    Finish();
 }
 
 void GraphicsDevice::MakeVisibleToHost(VkCommandBuffer commands) {

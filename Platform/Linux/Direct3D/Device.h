@@ -26,6 +26,9 @@ public:
     /// (VK_ERROR_INCOMPATIBLE_DRIVER) when there is none that offers what is needed here.
     static std::shared_ptr<GraphicsDevice> Create();
 
+    /// Whether Create has ever succeeded in this process. Any thread.
+    static bool WasEverMade() noexcept;
+
     /// The device behind a Direct3D device or DXGI device of ours, or behind any object made by one (texture, surface,
     /// swap chain); null for a foreign object.
     static std::shared_ptr<GraphicsDevice> From(IUnknown* object);
@@ -42,8 +45,6 @@ public:
     const std::string& Name() const noexcept { return name_; }
     /// Whether the processor does the work: then copies through host memory cost no more than an image on the device.
     bool IsSoftware() const noexcept { return isSoftware_; }
-    /// Whether VK_KHR_xcb_surface and VK_KHR_swapchain are in force.
-    bool CanPresentToX11() const noexcept { return canPresentToX11_; }
 
     /// The lock under which all recording and submitting happens. It nests. Lock order: this one is taken before that
     /// of handle signals and after any lock of a caller.
@@ -78,6 +79,9 @@ public:
 
     /// Copies a rectangle of a texture into host memory, waiting for the device.
     void ReadBack(const std::shared_ptr<Texture>& texture, const PixelRect& source, void* pixels, std::size_t stride);
+
+    /// Waits until the pixels of a texture that can be read in place are what was drawn so far.
+    void AwaitPixels(const std::shared_ptr<Texture>& texture);
 
     /// Memory for bytes that the open batch reads; it is valid for that batch only. Write with the device locked and
     /// before the batch is flushed.
@@ -114,7 +118,6 @@ private:
     std::uint32_t queueFamily_ = 0;
     std::string name_;
     bool isSoftware_ = false;
-    bool canPresentToX11_ = false;
     bool hasDepthClamp_ = false;
     VkPhysicalDeviceLimits limits_{};
     VkPhysicalDeviceMemoryProperties memory_{};

@@ -73,7 +73,15 @@ HRESULT Direct3DDevice::QueryInterface(REFIID iid, void** object) {
 
 ULONG Direct3DDevice::Release() {
     const ULONG left = references_.fetch_sub(1, std::memory_order_acq_rel) - 1;
-    if (left == 0) delete this;
+    if (left == 0) {
+        // The last commands keep what they use, and that keeps the Vulkan device: they would hold each other for ever.
+        try {
+            graphics_->Finish();
+        } catch (const VulkanError&) {
+            // A device that is lost lets go of nothing.
+        }
+        delete this;
+    }
     return left;
 }
 

@@ -1,4 +1,5 @@
 // CreateDXGIFactory2.
+#include "Platform/Linux/Direct3D/DeviceAhead.h"
 #include "Platform/Linux/Direct3D/SwapChain.h"
 
 #include <dxgi1_6.h>
@@ -30,6 +31,10 @@ public:
     } catch (...) {
         return CurrentFailure();
     }
+
+private:
+    // Whoever asks for a factory will ask for a device.
+    const std::shared_ptr<DeviceAhead> ahead_ = DeviceAhead::Start();
 };
 
 }  // namespace

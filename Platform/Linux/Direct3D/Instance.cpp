@@ -12,7 +12,6 @@ namespace Platform::Direct3D {
 namespace {
 
 constexpr const char* validationLayer = "VK_LAYER_KHRONOS_validation";
-constexpr const char* xcbSurfaceExtension = "VK_KHR_xcb_surface";
 
 std::atomic<bool> validate{false};
 std::atomic<std::uint64_t> messages{0};
@@ -22,14 +21,6 @@ VKAPI_ATTR VkBool32 VKAPI_CALL OnMessage(VkDebugUtilsMessageSeverityFlagBitsEXT,
     messages.fetch_add(1, std::memory_order_relaxed);
     std::fprintf(stderr, "Vulkan validation: %s\n", data->pMessage);
     return VK_FALSE;
-}
-
-bool HasExtension(std::string_view name) {
-    std::uint32_t count = 0;
-    Check(vkEnumerateInstanceExtensionProperties(nullptr, &count, nullptr));
-    std::vector<VkExtensionProperties> all(count);
-    Check(vkEnumerateInstanceExtensionProperties(nullptr, &count, all.data()));
-    return std::ranges::any_of(all, [&](const auto& each) { return name == each.extensionName; });
 }
 
 bool HasLayer(std::string_view name) {
@@ -42,16 +33,9 @@ bool HasLayer(std::string_view name) {
 
 Instance MakeInstance() {
     Check(volkInitialize());
-    // A loader older than Vulkan 1.1 lacks this function and makes instances of version 1.0 only.
-    std::uint32_t version = VK_API_VERSION_1_0;
-    if (vkEnumerateInstanceVersion) Check(vkEnumerateInstanceVersion(&version));
-    if (version < VK_API_VERSION_1_3) throw VulkanError(VK_ERROR_INCOMPATIBLE_DRIVER);
-
     Instance made;
-    made.hasXcbSurfaces = HasExtension(VK_KHR_SURFACE_EXTENSION_NAME) && HasExtension(xcbSurfaceExtension);
     std::vector<const char*> extensions;
     std::vector<const char*> layers;
-    if (made.hasXcbSurfaces) extensions = {VK_KHR_SURFACE_EXTENSION_NAME, xcbSurfaceExtension};
 
     auto messenger = Typed<VkDebugUtilsMessengerCreateInfoEXT>(VK_STRUCTURE_TYPE_DEBUG_UTILS_MESSENGER_CREATE_INFO_EXT);
     messenger.messageSeverity =
@@ -72,6 +56,10 @@ Instance MakeInstance() {
     info.ppEnabledLayerNames = layers.data();
     info.enabledExtensionCount = static_cast<std::uint32_t>(extensions.size());
     info.ppEnabledExtensionNames = extensions.data();
+    // Nothing is asked of the loader first: with each question it looks through all drivers anew. What it would answer
+    // shows itself here, where a loader from before Vulkan 1.1 refuses the version, and in the devices. Pictures reach
+    // the screen through the compositor, so no extension for surfaces is needed, of which the loader would ask the
+    // display which device is its own.
     Check(vkCreateInstance(&info, nullptr, &made.handle));
     volkLoadInstance(made.handle);
     if (validate) {

@@ -8,7 +8,6 @@ namespace Platform::Direct3D {
 
 struct Instance {
     VkInstance handle = VK_NULL_HANDLE;
-    bool hasXcbSurfaces = false;
 };
 
 /// The process's Vulkan instance, made at the first call and never destroyed. Throws VulkanError while no driver can be

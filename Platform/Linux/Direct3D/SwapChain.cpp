@@ -35,8 +35,8 @@ SwapChain::SwapChain(IGraphicsObject& owner, const DXGI_SWAP_CHAIN_DESC1& desc)
 void SwapChain::MakeBuffers(const DXGI_SWAP_CHAIN_DESC1& desc) {
     GraphicsDevice& device = *owner_->Graphics();
     const VkExtent2D size{desc.Width, desc.Height};
-    auto first = Texture::Make(device, size, desc.Format);
-    auto second = Texture::Make(device, size, desc.Format);
+    auto first = Texture::MakeBuffer(device, size, desc.Format);
+    auto second = Texture::MakeBuffer(device, size, desc.Format);
     D3D11_TEXTURE2D_DESC texture{};
     texture.Width = desc.Width;
     texture.Height = desc.Height;

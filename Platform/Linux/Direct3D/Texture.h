@@ -5,6 +5,7 @@
 
 #include <dxgi.h>
 
+#include <cstddef>
 #include <memory>
 
 namespace Platform::Direct3D {
@@ -31,17 +32,21 @@ inline constexpr ImageUse sampled{VK_IMAGE_LAYOUT_SHADER_READ_ONLY_OPTIMAL,
                                   VK_ACCESS_2_SHADER_READ_BIT};
 inline constexpr ImageUse storage{VK_IMAGE_LAYOUT_GENERAL, VK_PIPELINE_STAGE_2_COMPUTE_SHADER_BIT,
                                   VK_ACCESS_2_SHADER_READ_BIT | VK_ACCESS_2_SHADER_WRITE_BIT};
+inline constexpr ImageUse readInPlace{VK_IMAGE_LAYOUT_GENERAL, VK_PIPELINE_STAGE_2_HOST_BIT, VK_ACCESS_2_HOST_READ_BIT};
 }  // namespace Use
 
-/// One image of one level and one sample, with its view. It starts transparent black (all zero). Layout and pending
-/// accesses are tracked in the order in which commands are recorded, which is the order in which the device's one queue
-/// runs them. Must not outlive its device.
+/// One image of one level and one sample, with its view. Layout and pending accesses are tracked in the order in which
+/// commands are recorded, which is the order in which the device's one queue runs them. Must not outlive its device.
 class Texture : public std::enable_shared_from_this<Texture> {
 public:
-    /// `extraUsage` comes on top of sampled, copied from and copied to. The format is one of FormatOf's. Throws
-    /// VulkanError.
+    /// An image that starts transparent black (all zero). `extraUsage` comes on top of sampled, copied from and copied
+    /// to. The format is one of FormatOf's. Throws VulkanError.
     static std::shared_ptr<Texture> Make(GraphicsDevice& device, VkExtent2D size, DXGI_FORMAT format,
                                          VkImageUsageFlags extraUsage = VK_IMAGE_USAGE_COLOR_ATTACHMENT_BIT);
+
+    /// One of a swap chain's buffers. Whoever presents has drawn over it, so it starts with anything, and its memory
+    /// isn't touched before. On a software device its pixels can be read in place.
+    static std::shared_ptr<Texture> MakeBuffer(GraphicsDevice& device, VkExtent2D size, DXGI_FORMAT format);
     ~Texture();
     Texture(const Texture&) = delete;
     Texture& operator=(const Texture&) = delete;
@@ -53,6 +58,11 @@ public:
     DXGI_FORMAT Format() const noexcept { return format_; }
     VkImageLayout Layout() const noexcept { return last_.layout; }
 
+    /// The first row's pixels where they can be read in place, null elsewhere; rows are Stride() bytes apart. They are
+    /// up to date after GraphicsDevice::AwaitPixels, until the image is drawn on again.
+    std::byte* Pixels() const noexcept { return pixels_; }
+    std::size_t Stride() const noexcept { return stride_; }
+
     /// Records what has to happen before `use`: the wait for earlier commands and the change of layout. Also keeps the
     /// texture alive until the device has finished the open batch. Outside a rendering pass, with the device locked (as
     /// inside GraphicsDevice::Record).
@@ -60,7 +70,9 @@ public:
 
 private:
     Texture(GraphicsDevice& device, VkExtent2D size, DXGI_FORMAT format);
-    void Allocate(VkImageUsageFlags usage);
+    void Allocate(VkImageUsageFlags usage, VkImageTiling tiling);
+    void AllocateMemory(VkImageTiling tiling);
+    void MapPixels();
 
     GraphicsDevice& device_;
     VkExtent2D size_;
@@ -68,6 +80,8 @@ private:
     VkImage image_ = VK_NULL_HANDLE;
     VkDeviceMemory memory_ = VK_NULL_HANDLE;
     VkImageView view_ = VK_NULL_HANDLE;
+    std::byte* pixels_ = nullptr;
+    std::size_t stride_ = 0;
     ImageUse last_{VK_IMAGE_LAYOUT_UNDEFINED, VK_PIPELINE_STAGE_2_NONE, VK_ACCESS_2_NONE};  // guarded by the device
 };
 

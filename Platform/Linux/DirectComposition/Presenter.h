@@ -17,7 +17,8 @@ public:
     Presenter& operator=(const Presenter&) = delete;
 
     /// Composes the layers, back to front, and shows the result in one step. Where no layer has pixels the window is
-    /// black. The contents' new buffers count as shown afterwards, even if the window couldn't show them.
+    /// black, but for contents that filled it before its size changed: around those it stays as it is. The contents'
+    /// new buffers count as shown afterwards, even if the window couldn't show them.
     virtual HRESULT Show(const std::vector<Layer>& layers) = 0;
 };
 

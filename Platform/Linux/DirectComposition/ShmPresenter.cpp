@@ -41,6 +41,13 @@ Direct3D::PixelRect WholeOf(const Direct3D::Texture& texture) {
     return {0, 0, texture.Size().width, texture.Size().height};
 }
 
+bool HasPicture(const std::vector<Layer>& layers) {
+    return std::ranges::any_of(layers, [](const Layer& layer) {
+        const ComPtr<Direct3D::IPresentable> content = PresentableOf(layer.content);
+        return content && content->Presented();
+    });
+}
+
 }  // namespace
 
 ShmPresenter::Screen::Screen(NativeWindowView nativeView)
@@ -98,8 +105,10 @@ ShmPresenter::~ShmPresenter() {
 
 HRESULT ShmPresenter::Show(const std::vector<Layer>& layers) try {
     HRESULT result = S_OK;
-    const SIZE size = NativeWindowSize(window_);
-    if (size.cx > 0 && size.cy > 0) {
+    const SIZE window = NativeWindowSize(window_);
+    if (window.cx > 0 && window.cy > 0 && (hasShown_ || HasPicture(layers))) {
+        hasShown_ = true;
+        const SIZE size = PictureSize(layers, window);
         if (SharedImage* const image = screen_->NextImage(size)) {
             Compose(image->View(), layers);
             screen_->PutNext();
@@ -114,6 +123,27 @@ HRESULT ShmPresenter::Show(const std::vector<Layer>& layers) try {
     return E_OUTOFMEMORY;
 } catch (const std::exception&) {
     return E_FAIL;  // The device failed; the picture on the screen stays.
+}
+
+// A window's size runs ahead of what is drawn for it. Contents that fill the window but for that are shown in their own
+// size, and what lies around them stays as it was: a black bar would flash there until the next frame.
+SIZE ShmPresenter::PictureSize(const std::vector<Layer>& layers, SIZE window) {
+    SIZE extent{0, 0};
+    std::vector<const IUnknown*> contents;
+    for (const Layer& layer : layers) {
+        const ComPtr<Direct3D::IPresentable> content = PresentableOf(layer.content);
+        const std::shared_ptr<Direct3D::Texture> texture = content ? content->Presented() : nullptr;
+        if (!texture) continue;
+        if (!IsWholePixelShift(layer.placement)) return window;
+        const VkExtent2D size = texture->Size();
+        extent.cx = std::max(extent.cx, static_cast<LONG>(layer.placement.dx) + static_cast<LONG>(size.width));
+        extent.cy = std::max(extent.cy, static_cast<LONG>(layer.placement.dy) + static_cast<LONG>(size.height));
+        contents.push_back(layer.content);
+    }
+    const bool fills = extent.cx == window.cx && extent.cy == window.cy;
+    const bool isOfAnotherSize = !fills && !contents.empty() && contents == filling_;
+    if (fills) filling_ = std::move(contents);
+    return isOfAnotherSize && extent.cx > 0 && extent.cy > 0 ? extent : window;
 }
 
 void ShmPresenter::Compose(const Pixels& target, const std::vector<Layer>& layers) {
@@ -137,7 +167,7 @@ void ShmPresenter::ComposeLayer(const Pixels& target, Kept& kept, const D2D_MATR
     const bool isOpaque = kept.content->AlphaMode() == DXGI_ALPHA_MODE_IGNORE;
 
     if (!IsWholePixelShift(placement)) {
-        Refresh(kept, *texture);
+        Refresh(kept, texture);
         if (isBottom) BlackenOutside(target, 0, 0, 0, 0);
         PaintTransformed(target, kept.view, placement, isOpaque);
         return;
@@ -145,12 +175,13 @@ void ShmPresenter::ComposeLayer(const Pixels& target, Kept& kept, const D2D_MATR
     const int x = static_cast<int>(placement.dx);
     const int y = static_cast<int>(placement.dy);
     if (isBottom) BlackenOutside(target, x, y, x + width, y + height);
-    if (isOpaque && x >= 0 && y >= 0 && x + width <= target.width && y + height <= target.height) {
+    if (isOpaque && !texture->Pixels() && x >= 0 && y >= 0 && x + width <= target.width &&
+        y + height <= target.height) {
         kept.content->Graphics()->ReadBack(texture, WholeOf(*texture), target.Row(y) + x,
                                            target.stride * sizeof(std::uint32_t));
         return;
     }
-    Refresh(kept, *texture);
+    Refresh(kept, texture);
     if (isOpaque) {
         CopyOpaque(target, kept.view, x, y);
     } else {
@@ -159,15 +190,25 @@ void ShmPresenter::ComposeLayer(const Pixels& target, Kept& kept, const D2D_MATR
     }
 }
 
-// Brings the copy up to date with what the content presented last.
-void ShmPresenter::Refresh(Kept& kept, const Direct3D::Texture& texture) {
-    const Direct3D::PixelRect whole = WholeOf(texture);
-    if (!kept.memory.empty() && !kept.content->HasNewPicture()) return;
-    kept.memory.resize(static_cast<std::size_t>(whole.width) * whole.height);
-    kept.view = {kept.memory.data(), whole.width, static_cast<int>(whole.width), static_cast<int>(whole.height)};
-    kept.content->Graphics()->ReadBack(kept.content->Presented(), whole, kept.memory.data(),
-                                       std::size_t{whole.width} * sizeof(std::uint32_t));
-    FindSpans(kept.view, kept.spans);
+// Brings the view up to date with what the content presented last.
+void ShmPresenter::Refresh(Kept& kept, const std::shared_ptr<Direct3D::Texture>& texture) {
+    if (kept.view.data && !kept.content->HasNewPicture()) return;
+    const Direct3D::PixelRect whole = WholeOf(*texture);
+    kept.view.width = static_cast<int>(whole.width);
+    kept.view.height = static_cast<int>(whole.height);
+    if (texture->Pixels()) {
+        kept.content->Graphics()->AwaitPixels(texture);
+        kept.texture = texture;
+        kept.view.data = reinterpret_cast<std::uint32_t*>(texture->Pixels());
+        kept.view.stride = texture->Stride() / sizeof(std::uint32_t);
+    } else {
+        kept.memory.resize(static_cast<std::size_t>(whole.width) * whole.height);
+        kept.content->Graphics()->ReadBack(texture, whole, kept.memory.data(),
+                                           std::size_t{whole.width} * sizeof(std::uint32_t));
+        kept.view.data = kept.memory.data();
+        kept.view.stride = whole.width;
+    }
+    if (kept.content->AlphaMode() != DXGI_ALPHA_MODE_IGNORE) FindSpans(kept.view, kept.spans);
 }
 
 ShmPresenter::Kept& ShmPresenter::Keep(Direct3D::IPresentable* content) {

@@ -14,12 +14,12 @@
 
 namespace Platform::DirectComposition {
 
-/// On a software device the pixels lie in the processor's memory anyway, so this is the quickest way to the screen
-/// there; on a hardware one each frame is read back once.
+/// On a software device the pixels lie in the processor's memory anyway and are composed from where they are, so this
+/// is the quickest way to the screen there; on a hardware one each frame is read back once.
 ///
-/// The bottom layer, opaque and as large as the window but for its rim, is read straight into the picture. Of the
-/// layers above it copies are kept, with the runs of pixels that show anything, so that a frame that stands still costs
-/// nothing to read and little to lay over.
+/// There the bottom layer, opaque and as large as the window but for its rim, is read straight into the picture, and of
+/// the layers above it copies are kept. The runs of pixels that show anything are remembered, so that a frame that
+/// stands still costs nothing to read and little to lay over.
 class ShmPresenter final : public Presenter {
 public:
     ShmPresenter(HWND window, NativeWindowView view);
@@ -31,17 +31,19 @@ private:
     /// What is kept of a content between two pictures.
     struct Kept {
         Microsoft::WRL::ComPtr<Direct3D::IPresentable> content;
-        std::vector<std::uint32_t> memory;
+        std::shared_ptr<Direct3D::Texture> texture;  ///< Owns the pixels of `view`, where they are read in place;
+        std::vector<std::uint32_t> memory;           ///< elsewhere this does.
         Pixels view;
         std::vector<Span> spans;
         bool used = false;
     };
 
+    SIZE PictureSize(const std::vector<Layer>& layers, SIZE window);
     Kept& Keep(Direct3D::IPresentable* content);
     void DropUnused();
     void Compose(const Pixels& target, const std::vector<Layer>& layers);
     void ComposeLayer(const Pixels& target, Kept& kept, const D2D_MATRIX_3X2_F& placement, bool isBottom);
-    void Refresh(Kept& kept, const Direct3D::Texture& texture);
+    void Refresh(Kept& kept, const std::shared_ptr<Direct3D::Texture>& texture);
     void MarkShown(const std::vector<Layer>& layers);
 
     /// What the window's own thread reaches too, through listeners whose last call may outlive the presenter.
@@ -69,6 +71,8 @@ private:
 
     HWND window_;
     std::vector<std::unique_ptr<Kept>> kept_;
+    std::vector<const IUnknown*> filling_;  ///< The contents that filled the window exactly when they last did.
+    bool hasShown_ = false;  ///< A tree without a single picture, as it is at a window's start, shows nothing.
     std::shared_ptr<Screen> screen_;
     std::uint64_t seenListener_ = 0;
     std::uint64_t exposedListener_ = 0;

@@ -3,14 +3,17 @@
 #include "Platform/Linux/DirectWrite/FontSet.h"
 #include "Platform/Linux/DirectWrite/MemoryLoader.h"
 #include "Platform/Linux/DirectWrite/TextFormat.h"
+#include "Platform/Linux/DirectWrite/TextLayout.h"
 
 #include <algorithm>
 #include <new>
+#include <stdexcept>
 
 namespace Platform::DirectWrite {
 
 namespace {
 
+constexpr HRESULT noFont = static_cast<HRESULT>(0x88985002);             // DWRITE_E_NOFONT
 constexpr HRESULT alreadyRegistered = static_cast<HRESULT>(0x88985006);  // DWRITE_E_ALREADYREGISTERED
 
 template <class Object, class Interface>
@@ -18,6 +21,30 @@ HRESULT Make(Interface** out) {
     if (!out) return E_POINTER;
     *out = new (std::nothrow) Object();
     return *out ? S_OK : E_OUTOFMEMORY;
+}
+
+// A copy of a format's attributes, which later changes of the format don't reach.
+ComPtr<TextFormat> CopyOf(IDWriteTextFormat& format) {
+    std::wstring family(format.GetFontFamilyNameLength() + 1, L'\0');
+    format.GetFontFamilyName(family.data(), static_cast<UINT32>(family.size()));
+    family.pop_back();
+    std::wstring locale(format.GetLocaleNameLength() + 1, L'\0');
+    format.GetLocaleName(locale.data(), static_cast<UINT32>(locale.size()));
+    locale.pop_back();
+    ComPtr<IDWriteFontCollection> collection;
+    format.GetFontCollection(&collection);
+    ComPtr<TextFormat> copy;
+    copy.Attach(new TextFormat({std::move(family), collection, format.GetFontWeight(), format.GetFontStyle(),
+                                format.GetFontStretch(), format.GetFontSize(), std::move(locale)}));
+    copy->SetTextAlignment(format.GetTextAlignment());
+    copy->SetParagraphAlignment(format.GetParagraphAlignment());
+    copy->SetWordWrapping(format.GetWordWrapping());
+    return copy;
+}
+
+std::shared_ptr<FontSource> FontsOf(const TextFormat::Font& font) {
+    auto* const collection = dynamic_cast<FontCollection*>(font.collection.Get());
+    return collection ? collection->Source() : FontSource::System();
 }
 
 }  // namespace
@@ -57,9 +84,23 @@ HRESULT Factory::CreateTextFormat(const WCHAR* family, IDWriteFontCollection* co
     return E_OUTOFMEMORY;
 }
 
-HRESULT Factory::CreateTextLayout(const WCHAR*, UINT32, IDWriteTextFormat*, FLOAT, FLOAT, IDWriteTextLayout** layout) {
-    if (layout) *layout = nullptr;
-    return NotImplemented("IDWriteFactory::CreateTextLayout");
+HRESULT Factory::CreateTextLayout(const WCHAR* text, UINT32 length, IDWriteTextFormat* format, FLOAT maxWidth,
+                                  FLOAT maxHeight, IDWriteTextLayout** layout) try {
+    if (!layout) return E_POINTER;
+    *layout = nullptr;
+    if ((!text && length > 0) || !format || !(maxWidth >= 0.0F) || !(maxHeight >= 0.0F)) return E_INVALIDARG;
+    const std::wstring_view view = length > 0 ? std::wstring_view(text, length) : std::wstring_view();
+    ComPtr<TextFormat> copy = CopyOf(*format);
+    std::shared_ptr<FontSource> fonts = FontsOf(copy->GetFont());
+    ComPtr<TextLayout> made;
+    made.Attach(new TextLayout(view, std::move(copy), std::move(fonts), maxWidth, maxHeight));
+    if (!made->Content()) return E_OUTOFMEMORY;
+    *layout = made.Detach();
+    return S_OK;
+} catch (const std::bad_alloc&) {
+    return E_OUTOFMEMORY;
+} catch (const std::runtime_error&) {
+    return noFont;
 }
 
 HRESULT Factory::CreateFontSetBuilder(IDWriteFontSetBuilder** builder) {

@@ -70,4 +70,18 @@ HRESULT FontCollection::GetFontSet(IDWriteFontSet** set) {
     return S_OK;
 }
 
+std::shared_ptr<FontSource> FontCollection::Source() {
+    const std::lock_guard lock(mutex_);
+    if (!source_) {
+        std::vector<ComPtr<FontFile>> files;
+        for (const Face& face : set_->Faces()) {
+            const bool known =
+                std::ranges::any_of(files, [&](const auto& file) { return file.Get() == face.file.Get(); });
+            if (!known) files.push_back(face.file);
+        }
+        source_ = std::make_shared<FontSource>(files, families_);
+    }
+    return source_;
+}
+
 }  // namespace Platform::DirectWrite

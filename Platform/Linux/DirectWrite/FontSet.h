@@ -2,10 +2,13 @@
 #pragma once
 
 #include "Platform/Linux/DirectWrite/FontFile.h"
+#include "Platform/Linux/DirectWrite/FontSource.h"
 
 #include <dwrite_3.h>
 #include <wrl/client.h>
 
+#include <memory>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -53,7 +56,7 @@ private:
     std::vector<Face> faces_;
 };
 
-/// The families of a set, in the order of their first faces. Never changes.
+/// The families of a set, in the order of their first faces. Any thread.
 class FontCollection final : public ComObject<IDWriteFontCollection1, IDWriteFontCollection> {
 public:
     explicit FontCollection(FontSet* set);
@@ -62,11 +65,16 @@ public:
     HRESULT FindFamilyName(const WCHAR* name, UINT32* index, BOOL* exists) override;
     HRESULT GetFontSet(IDWriteFontSet** set) override;
 
+    /// The collection's fonts with the system's behind them, made when first asked for. Throws std::runtime_error.
+    std::shared_ptr<FontSource> Source();
+
 private:
     ~FontCollection() override = default;
 
     ComPtr<FontSet> set_;
     std::vector<std::wstring> families_;
+    std::mutex mutex_;
+    std::shared_ptr<FontSource> source_;  // guarded by mutex_; null until asked for
 };
 
 }  // namespace Platform::DirectWrite

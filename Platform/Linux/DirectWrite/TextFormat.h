@@ -25,6 +25,8 @@ public:
 
     explicit TextFormat(Font font) : ComObject("IDWriteTextFormat"), font_(std::move(font)) {}
 
+    const Font& GetFont() const noexcept { return font_; }
+
     HRESULT SetTextAlignment(DWRITE_TEXT_ALIGNMENT alignment) override;
     HRESULT SetParagraphAlignment(DWRITE_PARAGRAPH_ALIGNMENT alignment) override;
     HRESULT SetWordWrapping(DWRITE_WORD_WRAPPING wrapping) override;

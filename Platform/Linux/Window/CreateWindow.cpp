@@ -8,6 +8,7 @@
 #include <xcb/sync.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <new>
 #include <system_error>
 
@@ -98,6 +99,8 @@ HWND Create(CREATESTRUCTW& wish) {
     const RECT place = InitialRectangle(wish);
     const auto x = thread.Connect() ? MakeXWindow(thread, place) : nullptr;
     if (!x) {
+        if (!thread.connection)
+            std::fputs("The X display could not be opened: DISPLAY names none that runs.\n", stderr);
         SetLastError(ERROR_GEN_FAILURE);
         return nullptr;
     }

@@ -27,7 +27,8 @@ struct NativeWindowView {
 /// Nothing for a handle that names no window, or none of X11's.
 std::optional<NativeWindowView> ViewNativeWindow(HWND window);
 
-/// Size of the whole window in pixels; 0, 0 for no window.
+/// Size of the whole window in pixels; 0, 0 for no window. A size that the window's procedure is being asked about
+/// (WM_NCCALCSIZE) counts already: whoever draws while it waits there draws for that.
 SIZE NativeWindowSize(HWND window);
 
 /// Whether any of the window may be seen: it is shown, not minimised, and not known to be covered fully.

@@ -56,6 +56,9 @@ void TakeRectangle(Window& window, const RECT& rectangle, Frame frame) {
     const WindowView before = window.View();
     RECT client = before.client;
     if (frame == Frame::Changed || !SameSize(rectangle, before.window)) {
+        window.Change([&](WindowView& view) {
+            view.arriving = SIZE{rectangle.right - rectangle.left, rectangle.bottom - rectangle.top};
+        });
         client = AskForClient(window, before, rectangle);
     } else {
         const LONG right = rectangle.left - before.window.left;
@@ -65,6 +68,7 @@ void TakeRectangle(Window& window, const RECT& rectangle, Frame frame) {
     window.Change([&](WindowView& view) {
         view.window = rectangle;
         view.client = client;
+        view.arriving.reset();
     });
     if (!SamePlace(client, before.client)) CallProcedure(window.handle, WM_MOVE, 0, Pair(client.left, client.top));
     if (!SameSize(client, before.client) || SizeType(window.View()) != window.sizeType) TellSize(window);

@@ -117,8 +117,8 @@ void Window::SizeArrived(bool changed) {
 void Window::FrameShown(SIZE frame) {
     const std::lock_guard lock(mutex_);
     const bool known = frame.cx > 0 && frame.cy > 0;
-    const RECT& own = view_.window;
-    if (known && (frame.cx != own.right - own.left || frame.cy != own.bottom - own.top)) return;
+    const SIZE own = view_.PictureSize();
+    if (known && (frame.cx != own.cx || frame.cy != own.cy)) return;
     RaiseCounterLocked();
 }
 

@@ -40,6 +40,8 @@ private:
 struct WindowView {
     RECT window{};
     RECT client{};
+    /// While the procedure answers for another size: the one that the X window has, or is about to have.
+    std::optional<SIZE> arriving;
     bool visible = false;
     bool zoomed = false;
     bool iconic = false;
@@ -47,6 +49,8 @@ struct WindowView {
     UINT dpi = USER_DEFAULT_SCREEN_DPI;
 
     bool Seen() const { return visible && !iconic && !covered; }
+    /// What a picture of the window has to measure.
+    SIZE PictureSize() const { return arriving.value_or(SIZE{window.right - window.left, window.bottom - window.top}); }
 };
 
 class Window {

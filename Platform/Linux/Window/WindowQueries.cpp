@@ -28,8 +28,7 @@ std::optional<NativeWindowView> ViewNativeWindow(HWND handle) {
 
 SIZE NativeWindowSize(HWND handle) {
     const auto view = ViewOf(handle);
-    if (!view) return {};
-    return {view->window.right - view->window.left, view->window.bottom - view->window.top};
+    return view ? view->PictureSize() : SIZE{};
 }
 
 bool IsWindowSeen(HWND handle) {

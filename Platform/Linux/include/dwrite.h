@@ -53,12 +53,19 @@ enum DWRITE_WORD_WRAPPING : int {
     DWRITE_WORD_WRAPPING_CHARACTER = 4,
 };
 
+enum DWRITE_READING_DIRECTION : int {
+    DWRITE_READING_DIRECTION_LEFT_TO_RIGHT = 0,
+    DWRITE_READING_DIRECTION_RIGHT_TO_LEFT = 1,
+};
+
+enum DWRITE_FLOW_DIRECTION : int {
+    DWRITE_FLOW_DIRECTION_TOP_TO_BOTTOM = 0,
+    DWRITE_FLOW_DIRECTION_BOTTOM_TO_TOP = 1,
+};
+
 struct IDWriteFactory;
 struct IDWriteFontFace;
 struct IDWriteInlineObject;
-struct DWRITE_GLYPH_RUN_DESCRIPTION;
-struct DWRITE_UNDERLINE;
-struct DWRITE_STRIKETHROUGH;
 
 using IDWriteGeometrySink = ID2D1SimplifiedGeometrySink;
 
@@ -84,9 +91,57 @@ struct DWRITE_GLYPH_RUN {
     const FLOAT* glyphAdvances;
     const DWRITE_GLYPH_OFFSET* glyphOffsets;
     BOOL isSideways;
-    UINT32 bidiLevel;
+    UINT32 bidiLevel;  // An odd one runs to the left: the origin is at its right end.
 };
 
+/// Where a run's text comes from.
+struct DWRITE_GLYPH_RUN_DESCRIPTION {
+    const WCHAR* localeName;
+    const WCHAR* string;
+    UINT32 stringLength;
+    const UINT16* clusterMap;
+    UINT32 textPosition;
+};
+
+/// Offsets count downward from the baseline to the line's upper edge.
+struct DWRITE_UNDERLINE {
+    FLOAT width;
+    FLOAT thickness;
+    FLOAT offset;
+    FLOAT runHeight;
+    DWRITE_READING_DIRECTION readingDirection;
+    DWRITE_FLOW_DIRECTION flowDirection;
+    const WCHAR* localeName;
+    DWRITE_MEASURING_MODE measuringMode;
+};
+
+struct DWRITE_STRIKETHROUGH {
+    FLOAT width;
+    FLOAT thickness;
+    FLOAT offset;
+    DWRITE_READING_DIRECTION readingDirection;
+    DWRITE_FLOW_DIRECTION flowDirection;
+    const WCHAR* localeName;
+    DWRITE_MEASURING_MODE measuringMode;
+};
+
+/// Counts WCHARs.
+struct DWRITE_TEXT_RANGE {
+    UINT32 startPosition;
+    UINT32 length;
+};
+
+/// Lengths count WCHARs and contain each other: the line's with its trailing white space, that with its line break.
+struct DWRITE_LINE_METRICS {
+    UINT32 length;
+    UINT32 trailingWhitespaceLength;
+    UINT32 newlineLength;
+    FLOAT height;
+    FLOAT baseline;
+    BOOL isTrimmed;
+};
+
+/// In device-independent pixels, against the layout box's upper left corner.
 struct DWRITE_TEXT_METRICS {
     FLOAT left;
     FLOAT top;
@@ -107,6 +162,8 @@ struct IDWriteFontFile : IUnknown {};
 VELORINTH_DECLARE_IID(IDWriteFontFile, 0x739d886a, 0xcef5, 0x47dc, 0x87, 0x69, 0x1a, 0x8b, 0x41, 0xbe, 0xbb, 0xb0);
 
 struct IDWriteFontFace : IUnknown {
+    /// Adds the run's glyphs as closed figures, y downward, the run's origin at (0, 0), and sets the winding fill mode.
+    /// A null `advances` stands for the face's own, a null `offsets` for none.
     virtual HRESULT STDMETHODCALLTYPE GetGlyphRunOutline(FLOAT emSize, const UINT16* glyphs, const FLOAT* advances,
                                                          const DWRITE_GLYPH_OFFSET* offsets, UINT32 count,
                                                          BOOL isSideways, BOOL isRightToLeft,
@@ -169,12 +226,20 @@ struct IDWriteTextFormat : IUnknown {
 };
 VELORINTH_DECLARE_IID(IDWriteTextFormat, 0x9c906818, 0x31d7, 0x4fd3, 0xa1, 0x51, 0x7c, 0x5e, 0x22, 0x5d, 0xb5, 0x5a);
 
+/// Text set in a box. White space at the end of a line hangs over and counts for no alignment. One thread at a time.
 struct IDWriteTextLayout : IDWriteTextFormat {
+    virtual HRESULT STDMETHODCALLTYPE SetMaxWidth(FLOAT maxWidth) = 0;
+    virtual HRESULT STDMETHODCALLTYPE SetMaxHeight(FLOAT maxHeight) = 0;
+    virtual HRESULT STDMETHODCALLTYPE SetUnderline(BOOL underline, DWRITE_TEXT_RANGE range) = 0;
+    virtual HRESULT STDMETHODCALLTYPE SetStrikethrough(BOOL strikethrough, DWRITE_TEXT_RANGE range) = 0;
     virtual FLOAT STDMETHODCALLTYPE GetMaxWidth() = 0;
     virtual FLOAT STDMETHODCALLTYPE GetMaxHeight() = 0;
     /// Hands each glyph run, with its place, to the renderer.
     virtual HRESULT STDMETHODCALLTYPE Draw(void* context, IDWriteTextRenderer* renderer, FLOAT originX,
                                            FLOAT originY) = 0;
+    /// E_NOT_SUFFICIENT_BUFFER if there are more lines than `maxCount`; `actualCount` tells how many there are.
+    virtual HRESULT STDMETHODCALLTYPE GetLineMetrics(DWRITE_LINE_METRICS* metrics, UINT32 maxCount,
+                                                     UINT32* actualCount) = 0;
     virtual HRESULT STDMETHODCALLTYPE GetMetrics(DWRITE_TEXT_METRICS* metrics) = 0;
 };
 VELORINTH_DECLARE_IID(IDWriteTextLayout, 0x53737037, 0x6d14, 0x410b, 0x9b, 0xfe, 0x0b, 0x18, 0x2b, 0xb7, 0x09, 0x61);

@@ -1,4 +1,4 @@
-// Environment variables. Implemented in Platform/Linux/Files.
+// Environment variables and the command line. Implemented in Platform/Linux/Files.
 #pragma once
 
 #include <minwindef.h>
@@ -12,3 +12,6 @@ DWORD GetEnvironmentVariableW(LPCWSTR name, LPWSTR buffer, DWORD size) noexcept;
 
 /// Sets a variable of this process, or removes it when `value` is null.
 BOOL SetEnvironmentVariableW(LPCWSTR name, LPCWSTR value) noexcept;
+
+/// The process's command line, quoted as Windows quotes it. Belongs to the process; never changes.
+LPWSTR GetCommandLineW() noexcept;

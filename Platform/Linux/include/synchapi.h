@@ -28,5 +28,21 @@ DWORD WaitForMultipleObjects(DWORD count, const HANDLE* objects, BOOL waitAll, D
 DWORD WaitForMultipleObjectsEx(DWORD count, const HANDLE* objects, BOOL waitAll, DWORD milliseconds,
                                BOOL alertable) noexcept;
 
+/// Guards something that is to be done once. A static one needs no set-up.
+struct RTL_RUN_ONCE {
+    PVOID Ptr;
+};
+using INIT_ONCE = RTL_RUN_ONCE;
+using LPINIT_ONCE = INIT_ONCE*;
+#define INIT_ONCE_STATIC_INIT \
+    { nullptr }
+
+/// The first caller gets `pending` TRUE, does the work and then calls InitOnceComplete; the others wait until it has,
+/// see all that it did, and get FALSE. `flags` must be 0. `context` may be null; otherwise it gets what the first
+/// caller handed to InitOnceComplete.
+BOOL InitOnceBeginInitialize(LPINIT_ONCE once, DWORD flags, BOOL* pending, LPVOID* context) noexcept;
+/// `flags` must be 0: work that failed is done as well. The two lowest bits of `context` must be 0.
+BOOL InitOnceComplete(LPINIT_ONCE once, DWORD flags, LPVOID context) noexcept;
+
 /// Suspends the calling thread.
 void Sleep(DWORD milliseconds) noexcept;

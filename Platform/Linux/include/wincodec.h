@@ -3,8 +3,8 @@
 #pragma once
 
 #include <combaseapi.h>
+#include <objidl.h>
 
-struct IStream;
 struct IWICPalette;
 
 using WICPixelFormatGUID = GUID;
@@ -20,6 +20,17 @@ struct WICRect {
     INT Width;
     INT Height;
 };
+
+constexpr HRESULT WINCODEC_ERR_WRONGSTATE = static_cast<HRESULT>(0x88982F04);
+constexpr HRESULT WINCODEC_ERR_NOTINITIALIZED = static_cast<HRESULT>(0x88982F0C);
+constexpr HRESULT WINCODEC_ERR_COMPONENTNOTFOUND = static_cast<HRESULT>(0x88982F50);
+constexpr HRESULT WINCODEC_ERR_IMAGESIZEOUTOFRANGE = static_cast<HRESULT>(0x88982F51);
+constexpr HRESULT WINCODEC_ERR_BADIMAGE = static_cast<HRESULT>(0x88982F60);
+constexpr HRESULT WINCODEC_ERR_BADHEADER = static_cast<HRESULT>(0x88982F61);
+constexpr HRESULT WINCODEC_ERR_FRAMEMISSING = static_cast<HRESULT>(0x88982F62);
+constexpr HRESULT WINCODEC_ERR_STREAMREAD = static_cast<HRESULT>(0x88982F72);
+constexpr HRESULT WINCODEC_ERR_UNSUPPORTEDPIXELFORMAT = static_cast<HRESULT>(0x88982F80);
+constexpr HRESULT WINCODEC_ERR_INSUFFICIENTBUFFER = static_cast<HRESULT>(0x88982F8C);
 
 inline constexpr CLSID CLSID_WICImagingFactory2{
     0x317d06e8, 0x5f24, 0x433d, {0xbd, 0xf7, 0x79, 0xce, 0x68, 0xd8, 0xab, 0xc2}};
@@ -52,7 +63,11 @@ struct IWICBitmapDecoder : IUnknown {
 };
 VELORINTH_DECLARE_IID(IWICBitmapDecoder, 0x9edde9e7, 0x8dee, 0x47ea, 0x99, 0xdf, 0xe6, 0xfa, 0xf2, 0xed, 0x44, 0xbf);
 
-struct IWICStream;
+struct IWICStream : IStream {
+    /// Once per stream. The bytes are not copied and stay where they are as long as the stream lives.
+    virtual HRESULT STDMETHODCALLTYPE InitializeFromMemory(BYTE* bytes, DWORD size) = 0;
+};
+VELORINTH_DECLARE_IID(IWICStream, 0x135ff860, 0x22b7, 0x4ddf, 0xb0, 0xf6, 0x21, 0x8f, 0x4f, 0x29, 0x9a, 0x43);
 
 struct IWICImagingFactory : IUnknown {
     virtual HRESULT STDMETHODCALLTYPE CreateDecoderFromStream(IStream* stream, const GUID* vendor,

@@ -38,6 +38,8 @@ BlitBench::BlitBench() {
     buffer = {
         sizeof(Tamborel::BlitConstants), D3D11_USAGE_DYNAMIC, D3D11_BIND_CONSTANT_BUFFER, D3D11_CPU_ACCESS_WRITE, 0, 0};
     Require(device_->CreateBuffer(&buffer, nullptr, constants_.GetAddressOf()), "CreateBuffer");
+    buffer.ByteWidth = sizeof(Tamborel::Constants);
+    Require(device_->CreateBuffer(&buffer, nullptr, kindConstants_.GetAddressOf()), "CreateBuffer");
     D3D11_SAMPLER_DESC sampler{};
     sampler.Filter = D3D11_FILTER_MIN_MAG_MIP_LINEAR;
     sampler.AddressU = sampler.AddressV = sampler.AddressW = D3D11_TEXTURE_ADDRESS_CLAMP;
@@ -69,12 +71,10 @@ BlitBench::ComPtr<ID3D11Texture2D> BlitBench::MakeTexture(const FloatPicture& si
     return texture;
 }
 
-FloatPicture BlitBench::Draw(const Tamborel::BlitConstants& constants, const FloatPicture& source) {
-    const auto picture = MakeTexture(source, D3D11_USAGE_DEFAULT, D3D11_BIND_SHADER_RESOURCE, 0, source.texels.data());
-    const auto target = MakeTexture(source, D3D11_USAGE_DEFAULT, D3D11_BIND_RENDER_TARGET, 0, nullptr);
-    ComPtr<ID3D11ShaderResourceView> view;
+FloatPicture BlitBench::DrawStrip(ID3D11PixelShader* program, const void* constants, std::size_t bytes,
+                                  ID3D11Buffer* buffer, ID3D11ShaderResourceView* source, const FloatPicture& size) {
+    const auto target = MakeTexture(size, D3D11_USAGE_DEFAULT, D3D11_BIND_RENDER_TARGET, 0, nullptr);
     ComPtr<ID3D11RenderTargetView> targetView;
-    Require(device_->CreateShaderResourceView(picture.Get(), nullptr, view.GetAddressOf()), "CreateShaderResourceView");
     Require(device_->CreateRenderTargetView(target.Get(), nullptr, targetView.GetAddressOf()),
             "CreateRenderTargetView");
 
@@ -89,21 +89,39 @@ FloatPicture BlitBench::Draw(const Tamborel::BlitConstants& constants, const Flo
     context->RSSetState(rasterizer_.Get());
     context->PSSetSamplers(0, 1, sampler_.GetAddressOf());
     context->OMSetRenderTargets(1, targetView.GetAddressOf(), nullptr);
-    const D3D11_VIEWPORT viewport{0.0F, 0.0F, static_cast<float>(source.width), static_cast<float>(source.height),
+    const D3D11_VIEWPORT viewport{0.0F, 0.0F, static_cast<float>(size.width), static_cast<float>(size.height),
                                   0.0F, 1.0F};
     context->RSSetViewports(1, &viewport);
-    context->PSSetShaderResources(0, 1, view.GetAddressOf());
+    context->PSSetShaderResources(0, 1, &source);
     D3D11_MAPPED_SUBRESOURCE mapped{};
-    Require(context->Map(constants_.Get(), 0, D3D11_MAP_WRITE_DISCARD, 0, &mapped), "Map");
-    std::memcpy(mapped.pData, &constants, sizeof(constants));
-    context->Unmap(constants_.Get(), 0);
-    context->PSSetConstantBuffers(0, 1, constants_.GetAddressOf());
-    context->PSSetShader(pixelShader_.Get(), nullptr, 0);
+    Require(context->Map(buffer, 0, D3D11_MAP_WRITE_DISCARD, 0, &mapped), "Map");
+    std::memcpy(mapped.pData, constants, bytes);
+    context->Unmap(buffer, 0);
+    context->PSSetConstantBuffers(0, 1, &buffer);
+    // Where the vertex program looks for the blit's and for a kind's; the other's terms then mean nothing.
+    const UINT vertexSlot = bytes == sizeof(Tamborel::BlitConstants) ? 1 : 2;
+    context->VSSetConstantBuffers(vertexSlot, 1, &buffer);
+    context->PSSetShader(program, nullptr, 0);
     context->Draw(4, 0);
     ComPtr<ID3D11CommandList> list;
     Require(context->FinishCommandList(FALSE, list.GetAddressOf()), "FinishCommandList");
     immediate_->ExecuteCommandList(list.Get(), TRUE);
-    return ReadBack(target.Get(), source);
+    return ReadBack(target.Get(), size);
+}
+
+FloatPicture BlitBench::Draw(const Tamborel::BlitConstants& constants, const FloatPicture& source) {
+    const auto picture = MakeTexture(source, D3D11_USAGE_DEFAULT, D3D11_BIND_SHADER_RESOURCE, 0, source.texels.data());
+    ComPtr<ID3D11ShaderResourceView> view;
+    Require(device_->CreateShaderResourceView(picture.Get(), nullptr, view.GetAddressOf()), "CreateShaderResourceView");
+    return DrawStrip(pixelShader_.Get(), &constants, sizeof(constants), constants_.Get(), view.Get(), source);
+}
+
+FloatPicture BlitBench::DrawKind(Tamborel::BackgroundKind kind, const Tamborel::Constants& constants, UINT width,
+                                 UINT height) {
+    const auto& code = Tamborel::BackgroundPixelPrograms().at(static_cast<std::size_t>(kind));
+    ComPtr<ID3D11PixelShader> program;
+    Require(device_->CreatePixelShader(code.data, code.size, nullptr, program.GetAddressOf()), "CreatePixelShader");
+    return DrawStrip(program.Get(), &constants, sizeof(constants), kindConstants_.Get(), nullptr, {width, height, {}});
 }
 
 FloatPicture BlitBench::Draw(Tamborel::BackgroundRenderer& renderer, const Tamborel::BlitFrameRecord& record,

@@ -1,4 +1,5 @@
-// Plays the blit program alone, or the whole renderer, on the real device and reads the picture back as floats.
+// Plays the blit program or a kind's alone, or the whole renderer, on the real device and reads the picture back as
+// floats.
 #pragma once
 
 #include "Background/BackgroundRenderer.h"
@@ -30,12 +31,18 @@ public:
     FloatPicture Draw(Tamborel::BackgroundRenderer& renderer, const Tamborel::BlitFrameRecord& record, UINT width,
                       UINT height);
 
+    /// What a kind's pixel program draws on a target of any size. Nothing of `constants` is filled in.
+    FloatPicture DrawKind(Tamborel::BackgroundKind kind, const Tamborel::Constants& constants, UINT width, UINT height);
+
     ID3D11Device* Device() const { return device_.Get(); }
 
 private:
     template <class Interface>
     using ComPtr = Microsoft::WRL::ComPtr<Interface>;
 
+    /// Draws the strip with `program`, which may read `source`, on a target of the size's own.
+    FloatPicture DrawStrip(ID3D11PixelShader* program, const void* constants, std::size_t bytes, ID3D11Buffer* buffer,
+                           ID3D11ShaderResourceView* source, const FloatPicture& size);
     ComPtr<ID3D11Texture2D> MakeTexture(const FloatPicture& size, D3D11_USAGE usage, UINT bind, UINT access,
                                         const void* texels);
     FloatPicture ReadBack(ID3D11Texture2D* target, const FloatPicture& size);
@@ -47,6 +54,7 @@ private:
     ComPtr<ID3D11InputLayout> layout_;
     ComPtr<ID3D11Buffer> vertices_;
     ComPtr<ID3D11Buffer> constants_;
+    ComPtr<ID3D11Buffer> kindConstants_;
     ComPtr<ID3D11SamplerState> sampler_;
     ComPtr<ID3D11RasterizerState> rasterizer_;
 };

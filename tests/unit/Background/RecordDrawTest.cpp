@@ -80,6 +80,7 @@ TEST_F(RecordDraw, BackgroundIsDrawnOffscreenThenBlitted) {
                                               "RSSetViewports 0 0 640 360 0 1",
                                               "Map Buffer 1 discard",
                                               "Unmap Buffer 1",
+                                              "VSSetConstantBuffers 2: Buffer 1",
                                               "PSSetShader PixelShader 0",
                                               "Draw 4 0",
                                               "OMSetRenderTargets 0:",
@@ -89,6 +90,7 @@ TEST_F(RecordDraw, BackgroundIsDrawnOffscreenThenBlitted) {
                                               "Map Buffer 2 discard",
                                               "Unmap Buffer 2",
                                               "PSSetConstantBuffers 0: Buffer 2",
+                                              "VSSetConstantBuffers 1: Buffer 2",
                                               "PSSetShader PixelShader 8",
                                               "Draw 4 0",
                                               "OMSetRenderTargets 0:",
@@ -109,6 +111,7 @@ TEST_F(RecordDraw, WithoutBackgroundOnlyTheBlitIsRecorded) {
                                               "Map Buffer 2 discard",
                                               "Unmap Buffer 2",
                                               "PSSetConstantBuffers 0: Buffer 2",
+                                              "VSSetConstantBuffers 1: Buffer 2",
                                               "PSSetShader PixelShader 8",
                                               "Draw 4 0",
                                               "OMSetRenderTargets 0:",
@@ -151,7 +154,7 @@ TEST_F(RecordDraw, EachKindDrawsWithItsProgramAndUnknownOnesWithTheFirst) {
         renderer.SetBackground(static_cast<BackgroundKind>(kind));
         ASSERT_EQ(Draw(), S_OK);
         const Lines calls = context.Take();
-        EXPECT_EQ(calls[kPipeline.size() + 6], "PSSetShader PixelShader " + std::to_string(kind % 9)) << kind;
+        EXPECT_EQ(calls[kPipeline.size() + 7], "PSSetShader PixelShader " + std::to_string(kind % 9)) << kind;
     }
 }
 
@@ -160,7 +163,7 @@ TEST_F(RecordDraw, KindChosenBeforeInitializeIsShown) {
     late.SetBackground(BackgroundKind::SilkRibbons);
     ASSERT_EQ(late.InitializeOn(&windowDevice), S_OK);
     ASSERT_EQ(late.RecordDraw(&surface, 0.0F, &context, list.GetAddressOf(), record, 1.0F), S_OK);
-    EXPECT_EQ(context.calls[kPipeline.size() + 6], "PSSetShader PixelShader 4");
+    EXPECT_EQ(context.calls[kPipeline.size() + 7], "PSSetShader PixelShader 4");
 }
 
 TEST_F(RecordDraw, OffscreenTextureIsMadeOncePerSize) {
@@ -359,15 +362,6 @@ TEST_F(RecordDraw, SettingTheSunriseClockAddsNoTimeAtTheNextFrame) {
     ConstantsAt(1.0F);
     renderer.SetSunriseClock(5.0, 0);
     EXPECT_EQ(ConstantsAt(9.0F).iTime, 5.0F);
-}
-
-TEST_F(RecordDraw, MetalSurfaceHasNoProgramYetAndLeavesNothingInTheContext) {
-    renderer.SetBackground(BackgroundKind::LiquidMetalSurface);
-    EXPECT_EQ(Draw(), E_NOTIMPL);
-    EXPECT_FALSE(list);
-    EXPECT_EQ(context.Take().back(), "FinishCommandList reset");
-    EXPECT_EQ(context.listsAlive, 0);
-    EXPECT_EQ(renderer.FrameCounter(), 0);
 }
 
 TEST_F(RecordDraw, SteadyStateMakesNoObjects) {

@@ -1,4 +1,5 @@
 // The compiled programs and the records that are written for them agree on every offset.
+#include "Background/LiquidMetalSurface.h"
 #include "Background/ShaderConstants.h"
 #include "Background/ShaderPrograms.h"
 #include "SpirvLayout.h"
@@ -10,7 +11,7 @@ namespace {
 using Tamborel::BlitConstants;
 using Offsets = std::map<std::string, std::uint32_t>;
 
-TEST(ShaderLayout, BlitConstantsLieWhereTheProgramReadsThem) {
+TEST(ShaderLayout, BlitConstantsLieWhereTheVertexProgramReadsThemForTheBlit) {
     const Offsets expected = {
         {"SdrWhiteScale", offsetof(BlitConstants, SdrWhiteScale)},
         {"UseThemeBackground", offsetof(BlitConstants, UseThemeBackground)},
@@ -25,7 +26,57 @@ TEST(ShaderLayout, BlitConstantsLieWhereTheProgramReadsThem) {
         {"FlatInteriorFill", offsetof(BlitConstants, FlatInteriorFill)},
         {"ColorGrade", offsetof(BlitConstants, ColorGrade)},
     };
-    EXPECT_EQ(MemberOffsets(Tamborel::BlitPixelProgram(), "BlitConstants"), expected);
+    EXPECT_EQ(MemberOffsets(Tamborel::BackgroundVertexProgram(), "BlitConstants"), expected);
+}
+
+TEST(ShaderLayout, ConstantsLieWhereTheProgramsReadThem) {
+    using Tamborel::Constants;
+    const Offsets expected = {
+        {"iResolution", offsetof(Constants, iResolution)},
+        {"iChannelResolution", offsetof(Constants, iChannelResolution)},
+        {"rangeMin", offsetof(Constants, rangeMin)},
+        {"rangeMax", offsetof(Constants, rangeMax)},
+        {"diffuseColor", offsetof(Constants, diffuseColor)},
+        {"iMouse", offsetof(Constants, iMouse)},
+        {"iTime", offsetof(Constants, iTime)},
+        {"opacity", offsetof(Constants, opacity)},
+        {"colorHueDegrees", offsetof(Constants, colorHueDegrees)},
+        {"colorSaturation", offsetof(Constants, colorSaturation)},
+        {"colorBrightness", offsetof(Constants, colorBrightness)},
+        {"colorContrast", offsetof(Constants, colorContrast)},
+        {"iFrame", offsetof(Constants, iFrame)},
+        {"sunriseGlow", offsetof(Constants, sunriseGlow)},
+        {"pad4", offsetof(Constants, pad4)},
+        {"pad5", offsetof(Constants, pad5)},
+        {"pad6", offsetof(Constants, pad6)},
+        {"pad7", offsetof(Constants, pad7)},
+    };
+    EXPECT_EQ(MemberOffsets(Tamborel::BackgroundVertexProgram(), "Constants"), expected);
+    for (const auto& program : Tamborel::BackgroundPixelPrograms()) {
+        const auto offsets = MemberOffsets(program, "Constants");
+        // A program that takes all it needs from the vertex program has none of its own.
+        if (!offsets.empty()) {
+            EXPECT_EQ(offsets, expected);
+        }
+    }
+}
+
+TEST(ShaderLayout, LiquidMetalConstantsLieWhereBothStagesReadThem) {
+    using Tamborel::LiquidMetalConstants;
+    const Offsets expected = {
+        {"iResolution", offsetof(LiquidMetalConstants, iResolution)},
+        {"gridDimensions", offsetof(LiquidMetalConstants, gridDimensions)},
+        {"pointerPositionUV", offsetof(LiquidMetalConstants, pointerPositionUV)},
+        {"iTime", offsetof(LiquidMetalConstants, iTime)},
+        {"emberStrength", offsetof(LiquidMetalConstants, emberStrength)},
+        {"pointerStrength", offsetof(LiquidMetalConstants, pointerStrength)},
+        {"viewScale", offsetof(LiquidMetalConstants, viewScale)},
+        {"fineDetail", offsetof(LiquidMetalConstants, fineDetail)},
+        {"sampleSpacing", offsetof(LiquidMetalConstants, sampleSpacing)},
+        {"reserved", offsetof(LiquidMetalConstants, reserved)},
+    };
+    EXPECT_EQ(MemberOffsets(Tamborel::SurfaceComputeProgram(), "LiquidMetalConstants"), expected);
+    EXPECT_EQ(MemberOffsets(Tamborel::SurfacePixelProgram(), "LiquidMetalConstants"), expected);
 }
 
 TEST(ShaderLayout, EveryKindUpToTheSunriseHasAProgram) {

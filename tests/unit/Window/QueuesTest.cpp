@@ -1,7 +1,7 @@
 // The paths between a window's threads that need no window: input ring, closures, application events.
+#include "Core/Timestamp.h"
 #include "Window/ClosureQueue.h"
 #include "Window/InputRing.h"
-#include "Window/Timestamp.h"
 #include "Window/UiEventBus.h"
 
 #include <gtest/gtest.h>

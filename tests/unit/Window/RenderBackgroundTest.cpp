@@ -3,12 +3,12 @@
 
 #include <algorithm>
 
+namespace Tamborel {
+namespace {
+
 using testing::Contains;
 using testing::HasSubstr;
 using testing::Not;
-
-namespace Tamborel {
-namespace {
 
 constexpr const char* kPlainClear = "DrawingContext2.Clear({0.05, 0.05, 0.08, 1})";
 

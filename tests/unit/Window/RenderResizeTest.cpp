@@ -1,13 +1,13 @@
 #include "RenderTest.h"
 #include "Scene/SceneNode.h"
 
+namespace Tamborel {
+namespace {
+
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::Not;
-
-namespace Tamborel {
-namespace {
 
 constexpr WindowGeometry kLarger{.clientWidth = 898,
                                  .clientHeight = 698,

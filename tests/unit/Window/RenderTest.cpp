@@ -48,7 +48,8 @@ LoopTest::LoopTest() : stopEvent(CreateEventW(nullptr, FALSE, FALSE, nullptr)) {
                                 .state = state,
                                 .stopRequested = stopRequested,
                                 .stopEvent = stopEvent,
-                                .ready = [this](bool ready) { readies.push_back(ready); }};
+                                .ready = [this](bool ready) { readies.push_back(ready); },
+                                .title = L"Window title"};
     loop = std::make_unique<RenderLoop>(setup, [] { return now; });
 }
 

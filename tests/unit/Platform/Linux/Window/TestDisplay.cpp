@@ -49,13 +49,13 @@ std::string ReadLine(int descriptor) {
 
 }  // namespace
 
-TestDisplay::TestDisplay() {
+TestDisplay::TestDisplay(const char* lackedExtension) {
     std::array<int, 2> number{};
     if (::pipe(number.data()) != 0) throw std::runtime_error("pipe");
     const std::string end = std::to_string(number[1]);
-    server_ = Start(
-        {"Xvfb", "-displayfd", end.c_str(), "-screen", "0", "1000x800x24", "-nolisten", "tcp", "-noreset", nullptr},
-        [&] { ::close(number[0]); });
+    server_ = Start({"Xvfb", "-displayfd", end.c_str(), "-screen", "0", "1000x800x24", "-nolisten", "tcp", "-noreset",
+                     lackedExtension ? "-extension" : nullptr, lackedExtension, nullptr},
+                    [&] { ::close(number[0]); });
     ::close(number[1]);
     name_ = ":" + ReadLine(number[0]);
     ::close(number[0]);

@@ -14,7 +14,8 @@ class TestDisplay {
 public:
     static TestDisplay& Get();
 
-    TestDisplay();
+    /// With a name, a server without that extension.
+    explicit TestDisplay(const char* lackedExtension = nullptr);
     ~TestDisplay();
     TestDisplay(const TestDisplay&) = delete;
     TestDisplay& operator=(const TestDisplay&) = delete;

@@ -1,4 +1,4 @@
-#include "Window/Timestamp.h"
+#include "Core/Timestamp.h"
 
 #include <windows.h>
 

@@ -1,0 +1,23 @@
+// What follows from a kind's constants alone, worked out once for a corner of the picture instead of for each pixel.
+#define CONSTANTS_REGISTER b2
+#include "ColorGrade.hlsli"
+#include "Constants.hlsli"
+#include "Finish.hlsli"
+#include "Interpolants.hlsli"
+
+void WriteKindTerms(inout Interpolants result) {
+    const Finishing finishing = FinishingOfConstants();
+    result.finishRed = finishing.red;
+    result.finishGreen = finishing.green;
+    result.finishBlue = finishing.blue;
+    result.pictureTerms = float4(iResolution.xy, finishing.alpha, iTime);
+
+    // The metal's two slow pans, and how its layers are turned into each other.
+    const float cosine = cos(0.0008 * iTime);
+    const float sine = sin(0.0008 * iTime);
+    result.metalPans = float4(100.0 + 5.0 * cos(0.004 * iTime), 100.0 + 5.0 * sin(0.002828427 * iTime),
+                              7.601398 * (cosine + sine), 7.601398 * (cosine - sine));
+    const float turned = 1.0 + 0.06 * iTime;
+    result.metalTerms = float4(cos(turned), sin(turned), iResolution.x / iResolution.y, 2.0 / iResolution.y);
+    result.mouseTerms = iMouse;
+}

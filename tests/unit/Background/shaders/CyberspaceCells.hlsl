@@ -1,0 +1,9 @@
+// What the cube field says about the middle of each pixel: the hexagon, its face, its random number.
+#include "../../../../Background/shaders/PixelProgram.hlsli"
+
+#include "../../../../Background/shaders/CyberspaceField.hlsli"
+
+float4 main(Interpolants input) : SV_TARGET {
+    const HexagonCell cell = FindHexagon(FieldPlace(PixelPosition(input.position), iResolution.xy, iTime));
+    return float4(cell.id, FindFace(cell.local).number, Hash(20.0 * cell.id));
+}

@@ -1,0 +1,31 @@
+// The command line of scene_shot.
+#pragma once
+
+#include "tools/scene_shot/Scenes.h"
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+namespace SceneShot {
+
+/// Thrown for a command line that doesn't follow Usage; what() says what is wrong with it.
+class WrongUsage : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+struct Options {
+    std::string scene;
+    View view;
+    std::string out;    ///< A PNG file.
+    std::string nodes;  ///< A JSON file; empty for none.
+};
+
+/// What the program does, with the scenes that there are.
+std::string Usage(const Scenes& scenes);
+
+/// Reads the words after the program's name. Throws WrongUsage.
+Options ReadOptions(const std::vector<std::string>& words);
+
+}  // namespace SceneShot
