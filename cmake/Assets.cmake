@@ -43,6 +43,7 @@ function(velorinth_assets target)
       DEPENDS ${VELORINTH_ENCIPHER} ${VELORINTH_ASSET_KEY} ${asset}
       COMMENT "Enciphering ${name}"
       VERBATIM)
+    set_source_files_properties(${source} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
     target_sources(${target} PRIVATE ${source})
   endwhile()
 endfunction()

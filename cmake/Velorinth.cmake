@@ -35,6 +35,13 @@ if(VELORINTH_FUZZ)
   target_link_options(velorinth_options INTERFACE -fsanitize=address,undefined)
 endif()
 
+# What a sanitizer's program passes over (SanitizerDefaults.cpp).
+function(velorinth_sanitizer_defaults target)
+  if(VELORINTH_SANITIZE)
+    target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/SanitizerDefaults.cpp)
+  endif()
+endfunction()
+
 # Makes the folder `prefix` (a path from the project's root) includable as "prefix/Header.h" by this target and by what
 # links to it, and by nobody else. That is what makes an include against the direction of the arrows fail to build.
 function(velorinth_expose target prefix)
@@ -68,4 +75,5 @@ function(velorinth_program target)
   add_executable(${target} ${arg_SOURCES})
   target_link_libraries(${target} PRIVATE velorinth_options ${arg_DEPENDS})
   set_target_properties(${target} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/bin)
+  velorinth_sanitizer_defaults(${target})
 endfunction()

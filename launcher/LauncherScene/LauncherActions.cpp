@@ -3,6 +3,8 @@
 #include "launcher/GameDiscovery/FolderPicker.h"
 #include "launcher/GameDiscovery/Validation.h"
 
+#include "Platform/Interface/Paths.h"
+
 #include "Window/FrameWindow.h"
 
 #include <exception>
@@ -21,19 +23,19 @@ void LauncherActions::Save(const LauncherSettings& settings) {
 
 bool LauncherActions::IsValidFolder(const std::wstring& folder) {
     try {
-        return !GameDiscovery::ValidateFolder(folder).Folder.empty();
+        return !GameDiscovery::ValidateFolder(Platform::PathFromText(folder)).Folder.empty();
     } catch (const std::exception&) {
         return false;
     }
 }
 
 GameDiscovery::Result LauncherActions::Discover(bool browse, HWND owner, const std::wstring& folder) noexcept {
-    return GameDiscovery::Discover(browse, owner, folder);
+    return GameDiscovery::Discover(browse, owner, Platform::PathFromText(folder));
 }
 
 GameLaunch::Result LauncherActions::Start(const std::wstring& folder, bool modern, DWORD displayMode,
                                           bool fullscreen) noexcept {
-    return GameLaunch::Start(folder, modern, displayMode, fullscreen, false);
+    return GameLaunch::Start(Platform::PathFromText(folder), modern, displayMode, fullscreen, false);
 }
 
 std::optional<DWORD> LauncherActions::ExitCode(const GameLaunch::Handle& game) {

@@ -125,6 +125,8 @@ void AddFields(Object& object, const TextPrimitive& node) {
     object.Add("text", node.text);
     object.Add("color", node.color);
     AddFont(object, node.fontFamily, node.fontSize, node.fontWeight);
+    object.Add("textAlignment", node.textAlignment);
+    object.Add("paragraphAlignment", node.paragraphAlignment);
 }
 
 void AddFields(Object& object, const ImagePrimitive& node) {
@@ -137,6 +139,10 @@ void AddFields(Object& object, const Button& node) {
     object.Add("label", node.label);
     object.Add("enabled", node.enabled);
     object.Add("normalColor", node.normalColor);
+    object.Add("hoverColor", node.hoverColor);
+    object.Add("pressedColor", node.pressedColor);
+    object.Add("disabledColor", node.disabledColor);
+    object.Add("disabledTextColor", node.disabledTextColor);
     object.Add("textColor", node.textColor);
     AddFont(object, node.fontFamily, node.fontSize, node.fontWeight);
 }
@@ -145,6 +151,8 @@ template <class Node>
 void AddFieldsIf(Object& object, const SceneNode& node) {
     if (const auto* const one = dynamic_cast<const Node*>(&node)) AddFields(object, *one);
 }
+
+std::string ListOf(std::span<const std::shared_ptr<SceneNode>> nodes);
 
 void Append(std::string& out, const SceneNode& node) {
     Object object(out);
@@ -157,17 +165,23 @@ void Append(std::string& out, const SceneNode& node) {
     AddFieldsIf<TextPrimitive>(object, node);
     AddFieldsIf<ImagePrimitive>(object, node);
     AddFieldsIf<Button>(object, node);
-    object.Raw("children", "[");
-    bool first = true;
-    for (const auto& child : node.children) {
-        if (!first) out += ',';
-        first = false;
-        Append(out, *child);
+    object.Raw("children", ListOf(node.children));
+}
+
+std::string ListOf(std::span<const std::shared_ptr<SceneNode>> nodes) {
+    std::string list = "[";
+    for (const auto& node : nodes) {
+        if (list.size() > 1) list += ',';
+        Append(list, *node);
     }
-    out += ']';
+    return list + ']';
 }
 
 }  // namespace
+
+std::string NodesJson(std::span<const std::shared_ptr<SceneNode>> nodes) {
+    return R"({"nodes":)" + ListOf(nodes) + "}\n";
+}
 
 std::string NodesJson(const SceneNode& root) {
     std::string out = R"({"nodes":[)";

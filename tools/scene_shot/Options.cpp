@@ -1,5 +1,6 @@
 #include "tools/scene_shot/Options.h"
 
+#include <algorithm>
 #include <charconv>
 #include <functional>
 #include <map>
@@ -43,6 +44,24 @@ const std::map<std::string, Reader>& Readers() {
     return readers;
 }
 
+/// The scene that the words name, wherever they do.
+const Scene* NamedScene(const std::vector<std::string>& words, const Scenes& scenes) {
+    const auto found = std::ranges::find(words, "--scene");
+    return found != words.end() && found + 1 != words.end() ? scenes.Find(*(found + 1)) : nullptr;
+}
+
+const SceneOption* OwnOption(const Scene* scene, const std::string& name) {
+    if (!scene) return nullptr;
+    const auto found = std::ranges::find(scene->options, name, &SceneOption::name);
+    return found != scene->options.end() ? &*found : nullptr;
+}
+
+std::string Line(std::size_t indent, const std::string& what, const std::string& meaning) {
+    constexpr std::size_t column = 24;
+    const std::string begin = std::string(indent, ' ') + what;
+    return begin + std::string(begin.size() < column ? column - begin.size() : 1, ' ') + meaning + "\n";
+}
+
 }  // namespace
 
 std::string Usage(const Scenes& scenes) {
@@ -58,20 +77,32 @@ Exit code 0, 1 for a failure, 2 for a wrong command line. Scenes:
 
 )";
     for (const Scene& scene : scenes.All()) {
-        text += "  " + scene.name + std::string(scene.name.size() < 22 ? 22 - scene.name.size() : 1, ' ') +
-                scene.shows + "\n";
+        text += Line(2, scene.name, scene.shows);
+        for (const SceneOption& option : scene.options) {
+            text += Line(4, option.name + (option.value.empty() ? "" : " " + option.value), option.meaning);
+        }
     }
     return text;
 }
 
-Options ReadOptions(const std::vector<std::string>& words) {
+Options ReadOptions(const std::vector<std::string>& words, const Scenes& scenes) {
     Options options;
+    const Scene* const scene = NamedScene(words, scenes);
     for (std::size_t i = 0; i < words.size(); ++i) {
+        const SceneOption* const own = OwnOption(scene, words[i]);
+        if (own && own->value.empty()) {
+            own->take({});
+            continue;
+        }
         const auto reader = Readers().find(words[i]);
-        if (reader == Readers().end()) throw WrongUsage("unknown option: \"" + words[i] + "\"");
+        if (!own && reader == Readers().end()) throw WrongUsage("unknown option: \"" + words[i] + "\"");
         if (i + 1 == words.size()) throw WrongUsage(words[i] + " needs a value");
         ++i;
-        reader->second(options, words[i]);
+        if (own) {
+            own->take(words[i]);
+        } else {
+            reader->second(options, words[i]);
+        }
     }
     if (options.scene.empty()) throw WrongUsage("--scene is needed");
     if (options.view.width == 0 || options.view.height == 0) throw WrongUsage("--width and --height are needed");

@@ -25,7 +25,8 @@ struct Options {
 /// What the program does, with the scenes that there are.
 std::string Usage(const Scenes& scenes);
 
-/// Reads the words after the program's name. Throws WrongUsage.
-Options ReadOptions(const std::vector<std::string>& words);
+/// Reads the words after the program's name, and hands the named scene its own options. Throws WrongUsage, but not for
+/// a scene that isn't among the given ones.
+Options ReadOptions(const std::vector<std::string>& words, const Scenes& scenes = {});
 
 }  // namespace SceneShot

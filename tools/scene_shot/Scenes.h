@@ -24,6 +24,15 @@ struct View {
     float UnitsHigh() const { return static_cast<float>(height) / Scale(); }
 };
 
+/// An option of the command line that one scene takes, beside those that all take.
+struct SceneOption {
+    std::string name;     ///< With its dashes.
+    std::string value;    ///< What stands for the value in the usage; empty for an option without one.
+    std::string meaning;  ///< A few words for the usage.
+    /// Told of the value; of an empty one for an option without. Throws WrongUsage.
+    std::function<void(const std::string& value)> take;
+};
+
 /// A picture to draw.
 struct Scene {
     std::string name;
@@ -32,6 +41,9 @@ struct Scene {
     /// once and drawn once.
     std::function<std::shared_ptr<Tamborel::SceneNode>(const View&)> make;
     Tamborel::Color backdrop{0.09F, 0.10F, 0.13F, 1};  ///< Opaque.
+    std::vector<SceneOption> options{};
+    /// The node whose children are the listed ones, given the tree's root. Without it, the root itself is listed.
+    std::function<const Tamborel::SceneNode&(const Tamborel::SceneNode& root)> listed{};
 };
 
 /// In the order of adding.

@@ -3,6 +3,7 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <atomic>
 #include <cstring>
 #include <string_view>
 #include <utility>
@@ -119,6 +120,9 @@ bool Connection::ManagerSupports(Atom feature) const {
 
 void EndIfLost(xcb_connection_t* connection) {
     if (xcb_connection_has_error(connection) == 0) return;
+    // Every thread with windows notices; one of them says so, and the others wait for the end.
+    static std::atomic_flag said = ATOMIC_FLAG_INIT;
+    while (said.test_and_set()) ::pause();
     static constexpr std::string_view line = "The connection to the X server is lost; the program ends.\n";
     static_cast<void>(!::write(STDERR_FILENO, line.data(), line.size()));
     ::_exit(1);

@@ -1,6 +1,7 @@
 // Windows come and go.
 #include "Platform/Linux/Base/Errors.h"
 #include "Platform/Linux/Window/Display.h"
+#include "Platform/Linux/Window/Icon.h"
 #include "Platform/Linux/Window/Manager.h"
 #include "Platform/Linux/Window/Placement.h"
 #include "Platform/Linux/Window/UiThread.h"
@@ -117,6 +118,7 @@ HWND Create(CREATESTRUCTW& wish) {
     AddWindow(window);
     thread.windows.push_back(window);
     PublishConstants(*window);
+    PublishIcons(*window);
     PublishTitle(*window, wish.lpszName ? wish.lpszName : L"");
     if (!Introduce(*window, wish)) {
         if (IsWindow(window->handle)) DestroyWindow(window->handle);

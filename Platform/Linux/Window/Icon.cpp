@@ -32,6 +32,15 @@ std::shared_ptr<const IconImage> FindIcon(HICON icon) {
     return found == AllIcons().byHandle.end() ? nullptr : found->second;
 }
 
+std::vector<std::uint32_t> ProgramIcon() {
+    const HRSRC resource = FindResourceW(nullptr, L"APPICON", L"ARGB");
+    const void* const bytes = resource ? LockResource(LoadResource(nullptr, resource)) : nullptr;
+    if (!bytes) return {};
+    std::vector<std::uint32_t> values(SizeofResource(nullptr, resource) / sizeof(std::uint32_t));
+    std::memcpy(values.data(), bytes, values.size() * sizeof(std::uint32_t));
+    return values;
+}
+
 }  // namespace
 
 void PublishIcons(const Window& window) {
@@ -43,6 +52,7 @@ void PublishIcons(const Window& window) {
         values.push_back(image->height);
         values.insert(values.end(), image->pixels.begin(), image->pixels.end());
     }
+    if (values.empty()) values = ProgramIcon();
     const Connection& x = window.x->Input();
     x.SetValues(window.x->Id(), x[Atom::NetWmIcon], XCB_ATOM_CARDINAL, values);
     x.Flush();

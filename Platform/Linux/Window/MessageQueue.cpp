@@ -71,10 +71,12 @@ void MessageQueue::Wake() {
 }
 
 bool MessageQueue::Post(const MSG& message) {
+    const bool own = IsOfThisThread();
     {
         const std::lock_guard lock(mutex_);
         if (closed_) return false;
-        posted_.push_back(message);
+        posted_.push_back({message, own});
+        if (own) ++ownCount_;
     }
     Wake();
     return true;
@@ -118,13 +120,19 @@ std::optional<MSG> MessageQueue::Take() {
     AnswerSent();
     const std::lock_guard lock(mutex_);
     if (!posted_.empty()) {
-        const MSG message = posted_.front();
+        const Posted next = posted_.front();
         posted_.pop_front();
-        return message;
+        if (next.own) --ownCount_;
+        return next.message;
     }
     if (!quit_) return std::nullopt;
     const int exitCode = *std::exchange(quit_, std::nullopt);
     return MSG{nullptr, WM_QUIT, static_cast<WPARAM>(exitCode), 0, 0, {}};
+}
+
+bool MessageQueue::HasOwn() {
+    const std::lock_guard lock(mutex_);
+    return ownCount_ > 0 || quit_;
 }
 
 void MessageQueue::Close() {

@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <cstddef>
 #include <deque>
 #include <future>
 #include <memory>
@@ -37,10 +38,16 @@ public:
     /// Runs what other threads have sent, then takes the next posted message; when there is none and Quit() was called,
     /// WM_QUIT, once.
     std::optional<MSG> Take();
+    /// Whether a message of the thread's own, or WM_QUIT, waits to be taken.
+    bool HasOwn();
     bool IsOfThisThread() const;
     void Close();
 
 private:
+    struct Posted {
+        MSG message;
+        bool own;  // posted by the queue's thread itself
+    };
     struct Sent {
         MSG message;
         std::promise<LRESULT> result;
@@ -52,7 +59,8 @@ private:
     const DWORD thread_;
     FileDescriptor wake_;
     std::mutex mutex_;
-    std::deque<MSG> posted_;  // guarded by mutex_, as all below
+    std::deque<Posted> posted_;  // guarded by mutex_, as all below
+    std::size_t ownCount_ = 0;   // how many of them are own
     std::deque<std::shared_ptr<Sent>> sent_;
     std::optional<int> quit_;
     bool closed_ = false;

@@ -65,16 +65,16 @@ std::shared_ptr<Window> UiThread::WindowOfX(xcb_window_t id) const {
     return found == windows.end() ? nullptr : *found;
 }
 
+// What an event leads to comes before the next event, which may mean something else then (a press that takes the
+// capture). What other threads post has no such claim: a busy one would keep the events away for ever.
 MSG UiThread::Next() {
     for (;;) {
+        XOwned<xcb_generic_event_t> event;
+        if (connection && !queue->HasOwn()) event = NextEvent();
+        if (event) HandleEvent(*this, *event);
         if (const std::optional<MSG> message = queue->Take()) return *message;
-        if (connection) {
-            if (auto event = NextEvent()) {
-                HandleEvent(*this, *event);
-                continue;
-            }
-            WatchSizeMove(*this);
-        }
+        if (event) continue;
+        if (connection) WatchSizeMove(*this);
         Wait();
     }
 }

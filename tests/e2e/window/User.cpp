@@ -15,6 +15,8 @@
 
 namespace {
 
+constexpr auto kPatience = std::chrono::seconds(20);
+
 template <class T>
 Reply<T> Needed(T* reply, const char* what) {
     if (!reply) throw std::runtime_error(what);
@@ -34,16 +36,36 @@ void User::Settle() {
     Needed(xcb_get_input_focus_reply(x_.get(), xcb_get_input_focus(x_.get()), nullptr), "the display is gone");
 }
 
+// A manager that looks at a press before its window gets it holds all later input up for that time. Of what piles up
+// the server then hands out every event with the place of the last move: a press and a release in different places
+// would come as ones in the same. So each movement of the hand is over before the next one begins.
 void User::MovePointer(int x, int y) {
     xcb_test_fake_input(x_.get(), XCB_MOTION_NOTIFY, 0, XCB_CURRENT_TIME, screen_->root, static_cast<std::int16_t>(x),
                         static_cast<std::int16_t>(y), 0);
-    Settle();
+    WaitForPointer([&](const xcb_query_pointer_reply_t& now) { return now.root_x == x && now.root_y == y; },
+                   "the pointer is held up on its way to " + std::to_string(x) + ", " + std::to_string(y));
 }
 
 void User::Button(int button, bool down) {
     xcb_test_fake_input(x_.get(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, static_cast<std::uint8_t>(button),
                         XCB_CURRENT_TIME, screen_->root, 0, 0, 0);
-    Settle();
+    const int bit = XCB_BUTTON_MASK_1 << (button - 1);
+    WaitForPointer(
+        [&](const xcb_query_pointer_reply_t& now) { return ((now.mask & bit) != 0) == down; },
+        std::string(down ? "a press" : "a release") + " of button " + std::to_string(button) + " is held up");
+}
+
+void User::WaitForPointer(const std::function<bool(const xcb_query_pointer_reply_t&)>& condition,
+                          const std::string& failure) {
+    const auto deadline = std::chrono::steady_clock::now() + kPatience;
+    const auto ask = [&] {
+        return Needed(xcb_query_pointer_reply(x_.get(), xcb_query_pointer(x_.get(), screen_->root), nullptr),
+                      "no pointer");
+    };
+    while (!condition(*ask())) {
+        if (std::chrono::steady_clock::now() > deadline) throw std::runtime_error(failure);
+        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+    }
 }
 
 void User::Key(int keycode, bool down) {
@@ -172,7 +194,7 @@ bool User::WaitForManager() {
     xcb_create_window(x_.get(), XCB_COPY_FROM_PARENT, probe, screen_->root, 0, 0, 50, 50, 0,
                       XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
     bool taken = false;
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
+    const auto deadline = std::chrono::steady_clock::now() + kPatience;
     while (!taken && std::chrono::steady_clock::now() < deadline) {
         xcb_unmap_window(x_.get(), probe);
         xcb_map_window(x_.get(), probe);

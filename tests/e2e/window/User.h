@@ -5,6 +5,7 @@
 
 #include <cstdint>
 #include <cstdlib>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -35,6 +36,8 @@ class User {
 public:
     User();
 
+    /// Both return when the server has handed the event out; they throw after twenty seconds. x and y lie on the
+    /// screen, and the button is one of the first five.
     void MovePointer(int x, int y);
     void Button(int button, bool down);
     void Key(int keycode, bool down);
@@ -84,6 +87,8 @@ public:
 
 private:
     void Settle();
+    void WaitForPointer(const std::function<bool(const xcb_query_pointer_reply_t&)>& condition,
+                        const std::string& failure);
     xcb_atom_t Atom(const char* name);
     std::string AtomName(xcb_atom_t atom);
     std::vector<std::uint32_t> Values(xcb_window_t window, const char* property);

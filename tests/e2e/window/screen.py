@@ -2,13 +2,18 @@
 
 import json
 import os
+import select
 import signal
 import subprocess
 import tempfile
 import unittest
 from pathlib import Path
 
-from support import BIN, PATIENCE, wait_until
+import support
+from support import BIN
+
+# Seconds. All that a window does it does in an instant; nothing here waits as long as a Wine prefix takes.
+PATIENCE = 25
 
 SIZE = (1000, 800)
 
@@ -23,6 +28,17 @@ ALT = 64  # key code of the left Alt key
 def is_like(colour, other):
     """Whether two colours are the same but for the dither."""
     return all(abs((colour >> shift & 0xFF) - (other >> shift & 0xFF)) <= 1 for shift in (0, 8, 16))
+
+
+def wait_until(condition, what, seconds=PATIENCE):
+    return support.wait_until(condition, what, seconds)
+
+
+def read_line(source, what):
+    """The next line of a pipe, which holds nothing yet; an empty one at its end."""
+    if not select.select([source], [], [], PATIENCE)[0]:
+        raise AssertionError(f"still waiting after {PATIENCE} s: {what}")
+    return source.readline()
 
 
 def started(words, **options):
@@ -41,7 +57,7 @@ class Teller:
         """The answer; nothing when the program has ended instead."""
         try:
             self.process.stdin.write(" ".join(str(word) for word in words) + "\n")
-            line = self.process.stdout.readline()
+            line = read_line(self.process.stdout, f"{Path(self.process.args[0]).name} answers: {words}")
         except BrokenPipeError:
             line = ""
         return json.loads(line) if line else None
@@ -57,7 +73,7 @@ class Teller:
     def end(self):
         if self.process.poll() is None:
             self.process.kill()
-        self.process.wait()
+        self.process.wait(PATIENCE)
         for pipe in (self.process.stdin, self.process.stdout, self.process.stderr):
             if pipe:
                 try:
@@ -91,11 +107,11 @@ class Screen(unittest.TestCase):
         # Without -noreset the server starts over whenever its only client of the moment leaves.
         self.server = started(["Xvfb", "-displayfd", writer, "-screen", "0", f"{SIZE[0]}x{SIZE[1]}x24", "-nolisten",
                                "tcp", "-noreset"], pass_fds=[writer])
-        self.addCleanup(self.server.wait)
+        self.addCleanup(self.server.wait, PATIENCE)
         self.addCleanup(self.server.kill)
         os.close(writer)
         with os.fdopen(reader) as number:
-            self.environment["DISPLAY"] = ":" + number.readline().strip()
+            self.environment["DISPLAY"] = ":" + read_line(number, "Xvfb starts").strip()
         # So that what no window covers can be told from black.
         subprocess.run(["xsetroot", "-solid", "#34495e"], env=self.environment, check=True, timeout=PATIENCE)
 
@@ -103,7 +119,7 @@ class Screen(unittest.TestCase):
         configuration = self.scratch / "rc.xml"
         configuration.write_text(RC)
         manager = started(["openbox", "--sm-disable", "--config-file", configuration], env=self.environment)
-        self.addCleanup(manager.wait)
+        self.addCleanup(manager.wait, PATIENCE)
         self.addCleanup(manager.kill)
         self.assertTrue(self.user.ask("manager")["ready"], "openbox did not start")
 

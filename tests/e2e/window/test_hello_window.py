@@ -3,8 +3,8 @@
 import subprocess
 import unittest
 
-from screen import SIZE, Screen, is_like
-from support import BIN, PATIENCE, wait_until
+from screen import PATIENCE, SIZE, Screen, is_like, wait_until
+from support import BIN
 
 CARD, DISC, CARD_RIM = 0x293042, 0xFABD4C, 0x73B8F2
 
@@ -12,7 +12,7 @@ CARD, DISC, CARD_RIM = 0x293042, 0xFABD4C, 0x73B8F2
 class HelloWindow(Screen):
     def open_hello(self):
         process = subprocess.Popen([BIN / "hello_window"], env=self.environment, stdin=subprocess.DEVNULL)
-        self.addCleanup(process.wait)
+        self.addCleanup(process.wait, PATIENCE)
         self.addCleanup(process.kill)
         found = wait_until(self.windows_named_hello, "hello_window shows its window")
         self.assertEqual(len(found), 1)

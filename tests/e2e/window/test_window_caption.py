@@ -3,8 +3,7 @@
 import subprocess
 import unittest
 
-from screen import SIZE, Subject, is_like, is_whole
-from support import PATIENCE, wait_until
+from screen import PATIENCE, SIZE, Subject, is_like, is_whole, wait_until
 
 TITLE = 0x1A1ACC
 PLACE = (200, 150, 500, 400)
@@ -115,7 +114,8 @@ class Buttons(Caption):
         before = self.counts(self.number)["clientPasses"]
         self.move(PLACE[0] + 260, PLACE[1] + 210)
         wait_until(lambda: self.counts(self.number)["clientPasses"] > before, "the scene hears of the pointer")
-        self.assertTrue(self.is_restored())
+        self.assertEqual(self.rectangle(), PLACE)
+        self.assertTrue(is_whole(self.look(self.window)), self.look(self.window))
         self.assertNotIn("Iconic", self.states(self.window))
 
 

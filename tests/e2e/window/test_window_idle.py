@@ -5,8 +5,7 @@ import time
 import unittest
 from pathlib import Path
 
-from screen import Subject
-from support import wait_until
+from screen import Subject, is_whole, wait_until
 
 SPAN = 10  # seconds
 
@@ -22,9 +21,10 @@ class Idle(Subject):
 
     def test_windows_that_show_nothing_new_cost_nothing(self):
         still, _ = self.open(20, 20, 400, 300)
-        minimised, minimised_number = self.another(450, 20, 400, 300)
-        covered, covered_number = self.another(20, 400, 400, 300)
+        minimised, minimised_number, minimised_window = self.another(450, 20, 400, 300)
+        covered, covered_number, _ = self.another(20, 400, 400, 300)
         self.click(450 + 400 - 150, 20 + 20)
+        wait_until(lambda: "Iconic" in self.states(minimised_window), "the window is minimised", 20)
         self.user.ask("cover", 10, 390, 420, 320)
         self.move(990, 790)
         self.wait_until_slow(minimised, minimised_number)
@@ -56,9 +56,11 @@ class Idle(Subject):
     def another(self, *place):
         """A window with an animated background in a process of its own."""
         subject = self.start_teller("window_subject")
-        number = subject.ask("open", *place, "animated")["id"]
+        answer = subject.ask("open", *place, "animated")
+        number, window = answer["id"], answer["window"]
+        wait_until(lambda: is_whole(self.look(window)), "the window is painted")
         wait_until(lambda: subject.ask("counts", number)["clientPasses"] > 30, "the animation runs")
-        return subject, number
+        return subject, number, window
 
     def wait_until_slow(self, subject, number):
         """Until half a second brings fewer frames than the display would show in a tenth of it."""

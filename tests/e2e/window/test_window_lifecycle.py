@@ -6,8 +6,8 @@ import time
 import unittest
 from pathlib import Path
 
-from screen import Screen, Subject, is_whole
-from support import BIN, PATIENCE, wait_until
+from screen import PATIENCE, Screen, Subject, is_whole, wait_until
+from support import BIN
 
 LOST = "The connection to the X server is lost; the program ends.\n"
 
@@ -109,7 +109,7 @@ class ServerGone(Subject):
         subject.ask("open", 20, 20, 400, 300)
         subject.ask("open", 450, 20, 400, 300, "animated")
         self.server.kill()
-        self.server.wait()
+        self.server.wait(PATIENCE)
         self.assertEqual(subject.process.wait(PATIENCE), 1)
         said = subject.process.stderr.read()
         self.assertEqual(said.count(LOST), 1, said)

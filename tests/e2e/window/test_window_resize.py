@@ -4,8 +4,7 @@ import random
 import time
 import unittest
 
-from screen import ALT, RIGHT_BUTTON, RIM, RIM_WIDTH, SIZE, Subject, is_whole
-from support import wait_until
+from screen import ALT, RIGHT_BUTTON, RIM, RIM_WIDTH, SIZE, Subject, is_whole, wait_until
 
 STEPS = 200
 SEED = 20260

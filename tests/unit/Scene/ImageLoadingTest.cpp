@@ -217,6 +217,7 @@ TEST_F(ImageLoading, DeletingAnAssetWhileItsFileIsReadIsSafe) {
     EXPECT_FALSE(state.expired()) << "the thread holds the state";
     Hold(false);
     while (!state.expired()) std::this_thread::yield();
+    const std::lock_guard lock(State().mutex);  // The thread's last look at them happened before.
     EXPECT_EQ(State().closed, 1);
 }
 

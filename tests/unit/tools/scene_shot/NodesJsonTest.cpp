@@ -11,6 +11,7 @@
 #include <limits>
 #include <memory>
 #include <string>
+#include <vector>
 
 using namespace Tamborel;
 using SceneShot::NodesJson;
@@ -58,6 +59,15 @@ TEST(NodesJson, ChildrenComeInPaintOrderHiddenOnesIncluded) {
     EXPECT_TRUE(json.ends_with("\"children\":[]}]}]}]}\n")) << json;
 }
 
+TEST(NodesJson, SeveralNodesAreListedSideBySide) {
+    const std::vector<std::shared_ptr<SceneNode>> nodes = {std::make_shared<EllipsePrimitive>(),
+                                                           std::make_shared<SceneNode>()};
+    const std::string json = NodesJson(nodes);
+    EXPECT_TRUE(json.starts_with(R"({"nodes":[{"type":"EllipsePrimitive",)")) << json;
+    EXPECT_NE(json.find(R"("children":[]},{"type":"SceneNode")"), std::string::npos) << json;
+    EXPECT_EQ(NodesJson(std::vector<std::shared_ptr<SceneNode>>()), "{\"nodes\":[]}\n");
+}
+
 TEST(NodesJson, ARectangle) {
     RectangleNode node;
     node.rect = {1, 2, 30.5F, 40};
@@ -85,8 +95,10 @@ TEST(NodesJson, ATextTellsItsBoundsAsRect) {
     node.bounds = {1, 2, 3, 4};
     node.color = {0, 1, 0, 1};
     node.fontWeight = 600;
+    node.textAlignment = 1;
     EXPECT_EQ(Fields(node), R"(,"rect":[1,2,3,4],"text":"Play","color":[0,1,0,1],)"
-                            R"("fontFamily":"Segoe UI Variable","fontSize":14,"fontWeight":600)");
+                            R"("fontFamily":"Segoe UI Variable","fontSize":14,"fontWeight":600,)"
+                            R"("textAlignment":1,"paragraphAlignment":2)");
 }
 
 TEST(NodesJson, AnImageTellsItsDestination) {
@@ -100,9 +112,14 @@ TEST(NodesJson, AButtonTellsItsOwnFieldsAndHasItsTwoChildren) {
     node->label = L"Go";
     node->enabled = false;
     node->normalColor = {1, 0, 0, 1};
+    node->hoverColor = {0, 0, 1, 1};
+    node->pressedColor = {0, 0, 0, 1};
+    node->disabledColor = {1, 1, 0, 1};
+    node->disabledTextColor = {1, 1, 1, 1};
     node->textColor = {0, 1, 0, 1};
     EXPECT_EQ(Fields(*node), R"(,"rect":[0,0,140,42],"cornerRadius":[8,8],"label":"Go","enabled":false,)"
-                             R"("normalColor":[1,0,0,1],"textColor":[0,1,0,1],)"
+                             R"("normalColor":[1,0,0,1],"hoverColor":[0,0,1,1],"pressedColor":[0,0,0,1],)"
+                             R"("disabledColor":[1,1,0,1],"disabledTextColor":[1,1,1,1],"textColor":[0,1,0,1],)"
                              R"("fontFamily":"Segoe UI","fontSize":14,"fontWeight":600)");
     const std::string json = NodesJson(*node);
     EXPECT_NE(json.find(R"("children":[{"type":"RectangleNode")"), std::string::npos);

@@ -52,6 +52,31 @@ TEST(SceneShotOptions, AWrongCommandLineIsRefused) {
     EXPECT_THROW(ReadOptions(with({"--nodes"})), WrongUsage);
 }
 
+TEST(SceneShotOptions, ASceneTakesItsOwnWhereverItIsNamed) {
+    std::string colour;
+    bool large = false;
+    Scene scene = Named("one", "first");
+    scene.options = {{"--colour", "NAME", "of it", [&colour](const std::string& value) { colour = value; }},
+                     {"--large", "", "larger", [&large](const std::string&) { large = true; }}};
+    Scenes scenes;
+    scenes.Add(scene);
+    scenes.Add(Named("two", "second"));
+    const std::vector<std::string> words = {"--large",  "--colour", "red",   "--width", "1",
+                                            "--height", "1",        "--out", "a.png",   "--scene"};
+    const auto of = [&words](const std::string& name) {
+        std::vector<std::string> more = words;
+        more.push_back(name);
+        return more;
+    };
+    EXPECT_EQ(ReadOptions(of("one"), scenes).out, "a.png");
+    EXPECT_EQ(colour, "red");
+    EXPECT_TRUE(large);
+    EXPECT_THROW(ReadOptions(of("two"), scenes), WrongUsage);
+    EXPECT_THROW(ReadOptions(of("three"), scenes), WrongUsage);
+    EXPECT_THROW(ReadOptions({"--scene", "one", "--colour"}, scenes), WrongUsage);
+    EXPECT_NE(Usage(scenes).find("--colour NAME"), std::string::npos);
+}
+
 TEST(SceneShotScenes, AreFoundByNameAndListed) {
     Scenes scenes;
     scenes.Add(Named("one", "first"));

@@ -11,14 +11,19 @@ class ManagerTest : public WindowTest {
 protected:
     void SetUp() override { display_.StartManager(); }
 
-    std::uint32_t Value(const char* property) const {
-        const auto cookie =
-            xcb_get_property(display_.Client(), 0, XWindow(), display_.Atom(property), XCB_GET_PROPERTY_TYPE_ANY, 0, 1);
+    std::vector<std::uint32_t> Values(const char* property) const {
+        static constexpr std::uint32_t most = 1024;  // words
+        const auto cookie = xcb_get_property(display_.Client(), 0, XWindow(), display_.Atom(property),
+                                             XCB_GET_PROPERTY_TYPE_ANY, 0, most);
         auto* reply = xcb_get_property_reply(display_.Client(), cookie, nullptr);
-        std::uint32_t value = 0;
-        if (reply->value_len > 0) std::memcpy(&value, xcb_get_property_value(reply), sizeof(value));
+        std::vector<std::uint32_t> values(reply->value_len);
+        if (!values.empty()) std::memcpy(values.data(), xcb_get_property_value(reply), values.size() * 4);
         std::free(reply);
-        return value;
+        return values;
+    }
+    std::uint32_t Value(const char* property) const {
+        const auto values = Values(property);
+        return values.empty() ? 0 : values.front();
     }
     void SendProtocol(const char* protocol, std::uint32_t low, std::uint32_t high) const {
         xcb_client_message_event_t message{};
@@ -158,6 +163,25 @@ TEST_F(ManagerTest, IconsReachTheDesktop) {
     EXPECT_TRUE(PumpUntil([&] { return Value("_NET_WM_ICON") == 2; }));
     EXPECT_TRUE(DestroyIcon(icon));
     EXPECT_FALSE(DestroyIcon(icon));
+}
+
+// What program_icon.argb holds.
+const std::vector<std::uint32_t> programIcon{1, 2, 0xFF72D6C8, 0x80FFFFFF};
+
+TEST_F(ManagerTest, AWindowWithoutAnIconHasTheProgramsOwn) {
+    Make();
+    EXPECT_EQ(Values("_NET_WM_ICON"), programIcon);
+}
+
+TEST_F(ManagerTest, AnIconThatIsTakenAwayLeavesTheProgramsOwn) {
+    Make();
+    const std::uint32_t pixel = 0xFF0000FF;
+    const HICON icon = CreateIcon(nullptr, 1, 1, 1, 32, nullptr, reinterpret_cast<const BYTE*>(&pixel));
+    SendMessageW(window_, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon));
+    EXPECT_TRUE(PumpUntil([&] { return Values("_NET_WM_ICON") == std::vector<std::uint32_t>{1, 1, pixel}; }));
+    SendMessageW(window_, WM_SETICON, ICON_SMALL, 0);
+    EXPECT_TRUE(PumpUntil([&] { return Values("_NET_WM_ICON") == programIcon; }));
+    DestroyIcon(icon);
 }
 
 }  // namespace

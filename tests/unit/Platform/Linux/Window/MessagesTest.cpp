@@ -98,19 +98,51 @@ TEST_F(MessagesTest, AWindowThatIsGoneTakesNoMessage) {
     EXPECT_EQ(SendMessageW(window, WM_APP, 0, 0), 0);
 }
 
+TEST_F(MessagesTest, AThreadThatAlwaysPostsKeepsNoEventOfTheServerAway) {
+    Make();
+    // While one message is handled the next is posted already: the queue is never empty.
+    answer_ = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message != WM_APP + 2) return false;
+        std::thread([&] { PostMessageW(window_, WM_APP + 2, 0, 0); }).join();
+        return true;
+    };
+    std::thread([&] { PostMessageW(window_, WM_APP + 2, 0, 0); }).join();
+    display_.ConfigureWindow(XWindow(), 100, 50, 431, 300);
+    EXPECT_TRUE(PumpUntil([&] { return Saw(WM_SIZE); }));
+    EXPECT_GT(Count(WM_APP + 2), 0U) << "nor do the events keep the messages away";
+    EXPECT_EQ(Place().right - Place().left, 431);
+}
+
+TEST_F(MessagesTest, WhatAnEventLeadsToComesBeforeTheNextEvent) {
+    Make();
+    display_.MovePointer(300, 200);
+    PumpAll();
+    seen_.clear();
+    // The press leads to a message of the thread's own; when that is handled the release must not have been looked at.
+    answer_ = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_LBUTTONDOWN) PostMessageW(window_, WM_APP + 2, 0, 0);
+        return false;
+    };
+    display_.Click(1);
+    ASSERT_TRUE(PumpUntilSeen(WM_LBUTTONUP));
+    EXPECT_EQ(Order({WM_LBUTTONDOWN, WM_LBUTTONUP, WM_APP + 2}),
+              (std::vector<UINT>{WM_LBUTTONDOWN, WM_APP + 2, WM_LBUTTONUP}));
+}
+
 TEST_F(MessagesTest, OtherThreadsMayAskWhileTheWindowChanges) {
     Make();
     std::atomic<bool> stop{false};
+    const HWND window = window_;  // The fixture notes it again at every message.
     std::thread asker([&] {
         while (!stop) {
             RECT place{};
-            GetWindowRect(window_, &place);
+            GetWindowRect(window, &place);
             POINT origin{};
-            ClientToScreen(window_, &origin);
+            ClientToScreen(window, &origin);
             EXPECT_GE(place.right - place.left, 400);
-            EXPECT_EQ(GetDpiForWindow(window_), 96U);
-            EXPECT_FALSE(IsZoomed(window_));
-            Platform::FrameShown(window_);
+            EXPECT_EQ(GetDpiForWindow(window), 96U);
+            EXPECT_FALSE(IsZoomed(window));
+            Platform::FrameShown(window);
         }
     });
     for (int i = 0; i < 50; ++i) SetWindowPos(window_, nullptr, i, i, 400 + i, 300, SWP_NOZORDER);
