@@ -5,8 +5,7 @@
 
 namespace {
 
-// The guard's one word: a state in the two lowest bits, and the context above them once it is done.
-constexpr std::uintptr_t kUntouched = 0;
+// The guard's one word: a state in the two lowest bits, 0 at first, and the context above them once it is done.
 constexpr std::uintptr_t kRunning = 1;
 constexpr std::uintptr_t kDone = 2;
 constexpr std::uintptr_t kStateBits = 3;
