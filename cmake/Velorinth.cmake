@@ -37,7 +37,7 @@ endif()
 
 # What a sanitizer's program passes over (SanitizerDefaults.cpp).
 function(velorinth_sanitizer_defaults target)
-  if(VELORINTH_SANITIZE)
+  if(VELORINTH_SANITIZE OR VELORINTH_FUZZ)
     target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/SanitizerDefaults.cpp)
   endif()
 endfunction()
