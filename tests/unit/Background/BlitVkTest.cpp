@@ -1,6 +1,6 @@
 // The blit program on the real device against the same arithmetic on the processor, at all pixels.
-#include "BlitBench.h"
 #include "BlitReference.h"
+#include "ShaderBench.h"
 
 #include <gtest/gtest.h>
 
@@ -45,7 +45,7 @@ BlitConstants Window() {
 
 class BlitVk : public testing::Test {
 protected:
-    static void SetUpTestSuite() { bench = new BlitBench; }
+    static void SetUpTestSuite() { bench = new ShaderBench; }
     static void TearDownTestSuite() {
         delete bench;
         bench = nullptr;
@@ -70,7 +70,7 @@ protected:
         }
     }
 
-    static inline BlitBench* bench = nullptr;
+    static inline ShaderBench* bench = nullptr;
 };
 
 TEST_F(BlitVk, GradesAgree) {

@@ -1,6 +1,6 @@
 // "Cyberspace" on the real device: the numbers of its field against a calculation of their own, then whole pictures.
 #include "CyberspaceReference.h"
-#include "ProgramBench.h"
+#include "ShaderBench.h"
 
 #include <gtest/gtest.h>
 
@@ -25,7 +25,7 @@ constexpr double kClearance = 2e-3;
 
 class CyberspaceVk : public testing::Test {
 protected:
-    static void SetUpTestSuite() { bench = std::make_unique<ProgramBench>(); }
+    static void SetUpTestSuite() { bench = std::make_unique<ShaderBench>(); }
     static void TearDownTestSuite() { bench.reset(); }
 
     static Tamborel::ShaderBytecode Whole() {
@@ -51,7 +51,7 @@ protected:
         EXPECT_GT(clear, picture.texels.size() * 97 / 100);
     }
 
-    static inline std::unique_ptr<ProgramBench> bench;
+    static inline std::unique_ptr<ShaderBench> bench;
 };
 
 TEST_F(CyberspaceVk, ZoomLensPanAndCellsAgreeWithTheReference) {

@@ -1,6 +1,6 @@
 // The pixel programs of the kinds 0 to 5 on the real device against the same arithmetic on the processor.
-#include "BlitBench.h"
 #include "KindReference.h"
+#include "ShaderBench.h"
 
 #include <gtest/gtest.h>
 
@@ -31,7 +31,7 @@ Constants At(UINT width, UINT height, float time) {
 
 class Kinds : public testing::Test {
 protected:
-    static void SetUpTestSuite() { bench = new BlitBench; }
+    static void SetUpTestSuite() { bench = new ShaderBench; }
     static void TearDownTestSuite() {
         delete bench;
         bench = nullptr;
@@ -74,7 +74,7 @@ protected:
         EXPECT_LE(far, (1.0 - tolerance.share) * pixels) << "of " << pixels << " pixels; the worst is off by " << worst;
     }
 
-    static inline BlitBench* bench = nullptr;
+    static inline ShaderBench* bench = nullptr;
 };
 
 TEST_F(Kinds, LiquidMetalPansAtTheStart) {

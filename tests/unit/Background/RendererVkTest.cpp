@@ -1,6 +1,6 @@
 // The whole renderer on the real device: both stages, through a command list.
 #include "Background/BackgroundRenderer.h"
-#include "BlitBench.h"
+#include "ShaderBench.h"
 
 #include <gtest/gtest.h>
 
@@ -19,7 +19,7 @@ protected:
 
     FloatPicture Draw(UINT width, UINT height) { return bench.Draw(renderer, record, width, height); }
 
-    BlitBench bench;
+    ShaderBench bench;
     BlitFrameRecord record;
     BackgroundRenderer renderer;
 };

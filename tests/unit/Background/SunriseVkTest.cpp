@@ -1,6 +1,6 @@
 // "Quiet Gold Sunrise" on the real device: what is told of it exactly, without its fine lines, against a calculation of
 // its own; then the grain.
-#include "ProgramBench.h"
+#include "ShaderBench.h"
 #include "SunriseReference.h"
 
 #include <gtest/gtest.h>
@@ -27,7 +27,7 @@ constexpr double kSunTolerance = 3e-3;
 
 class SunriseVk : public testing::Test {
 protected:
-    static void SetUpTestSuite() { bench = std::make_unique<ProgramBench>(); }
+    static void SetUpTestSuite() { bench = std::make_unique<ShaderBench>(); }
     static void TearDownTestSuite() { bench.reset(); }
 
     static Tamborel::ShaderBytecode Whole() {
@@ -61,7 +61,7 @@ protected:
         EXPECT_EQ(wrong, 0);
     }
 
-    static inline std::unique_ptr<ProgramBench> bench;
+    static inline std::unique_ptr<ShaderBench> bench;
 };
 
 TEST_F(SunriseVk, WashBlotAndTwistAgreeWithTheReference) {

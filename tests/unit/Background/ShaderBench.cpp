@@ -1,6 +1,4 @@
-#include "BlitBench.h"
-
-#include "Background/ShaderPrograms.h"
+#include "ShaderBench.h"
 
 #include <cstring>
 #include <stdexcept>
@@ -15,7 +13,7 @@ constexpr DXGI_FORMAT kFormat = DXGI_FORMAT_R32G32B32A32_FLOAT;
 
 }  // namespace
 
-BlitBench::BlitBench() {
+ShaderBench::ShaderBench() {
     Require(D3D11CreateDevice(nullptr, D3D_DRIVER_TYPE_HARDWARE, nullptr, 0, nullptr, 0, D3D11_SDK_VERSION,
                               device_.GetAddressOf(), nullptr, immediate_.GetAddressOf()),
             "D3D11CreateDevice");
@@ -52,8 +50,8 @@ BlitBench::BlitBench() {
     Require(device_->CreateRasterizerState(&rasterizer, rasterizer_.GetAddressOf()), "CreateRasterizerState");
 }
 
-BlitBench::ComPtr<ID3D11Texture2D> BlitBench::MakeTexture(const FloatPicture& size, D3D11_USAGE usage, UINT bind,
-                                                          UINT access, const void* texels) {
+ShaderBench::ComPtr<ID3D11Texture2D> ShaderBench::MakeTexture(const FloatPicture& size, D3D11_USAGE usage, UINT bind,
+                                                              UINT access, const void* texels) {
     D3D11_TEXTURE2D_DESC description{};
     description.Width = size.width;
     description.Height = size.height;
@@ -71,8 +69,8 @@ BlitBench::ComPtr<ID3D11Texture2D> BlitBench::MakeTexture(const FloatPicture& si
     return texture;
 }
 
-FloatPicture BlitBench::DrawStrip(ID3D11PixelShader* program, const void* constants, std::size_t bytes,
-                                  ID3D11Buffer* buffer, ID3D11ShaderResourceView* source, const FloatPicture& size) {
+FloatPicture ShaderBench::DrawStrip(ID3D11PixelShader* program, const void* constants, std::size_t bytes,
+                                    ID3D11Buffer* buffer, ID3D11ShaderResourceView* source, const FloatPicture& size) {
     const auto target = MakeTexture(size, D3D11_USAGE_DEFAULT, D3D11_BIND_RENDER_TARGET, 0, nullptr);
     ComPtr<ID3D11RenderTargetView> targetView;
     Require(device_->CreateRenderTargetView(target.Get(), nullptr, targetView.GetAddressOf()),
@@ -109,23 +107,33 @@ FloatPicture BlitBench::DrawStrip(ID3D11PixelShader* program, const void* consta
     return ReadBack(target.Get(), size);
 }
 
-FloatPicture BlitBench::Draw(const Tamborel::BlitConstants& constants, const FloatPicture& source) {
+FloatPicture ShaderBench::Draw(const Tamborel::BlitConstants& constants, const FloatPicture& source) {
     const auto picture = MakeTexture(source, D3D11_USAGE_DEFAULT, D3D11_BIND_SHADER_RESOURCE, 0, source.texels.data());
     ComPtr<ID3D11ShaderResourceView> view;
     Require(device_->CreateShaderResourceView(picture.Get(), nullptr, view.GetAddressOf()), "CreateShaderResourceView");
     return DrawStrip(pixelShader_.Get(), &constants, sizeof(constants), constants_.Get(), view.Get(), source);
 }
 
-FloatPicture BlitBench::DrawKind(Tamborel::BackgroundKind kind, const Tamborel::Constants& constants, UINT width,
-                                 UINT height) {
-    const auto& code = Tamborel::BackgroundPixelPrograms().at(static_cast<std::size_t>(kind));
+FloatPicture ShaderBench::DrawProgram(Tamborel::ShaderBytecode code, const Tamborel::Constants& constants, UINT width,
+                                      UINT height) {
     ComPtr<ID3D11PixelShader> program;
     Require(device_->CreatePixelShader(code.data, code.size, nullptr, program.GetAddressOf()), "CreatePixelShader");
     return DrawStrip(program.Get(), &constants, sizeof(constants), kindConstants_.Get(), nullptr, {width, height, {}});
 }
 
-FloatPicture BlitBench::Draw(Tamborel::BackgroundRenderer& renderer, const Tamborel::BlitFrameRecord& record,
-                             UINT width, UINT height) {
+FloatPicture ShaderBench::Draw(Tamborel::ShaderBytecode program, const Tamborel::Constants& constants) {
+    return DrawProgram(program, constants, static_cast<UINT>(constants.iResolution[0]),
+                       static_cast<UINT>(constants.iResolution[1]));
+}
+
+FloatPicture ShaderBench::DrawKind(Tamborel::BackgroundKind kind, const Tamborel::Constants& constants, UINT width,
+                                   UINT height) {
+    return DrawProgram(Tamborel::BackgroundPixelPrograms().at(static_cast<std::size_t>(kind)), constants, width,
+                       height);
+}
+
+FloatPicture ShaderBench::Draw(Tamborel::BackgroundRenderer& renderer, const Tamborel::BlitFrameRecord& record,
+                               UINT width, UINT height) {
     const FloatPicture size{width, height, {}};
     const auto target = MakeTexture(size, D3D11_USAGE_DEFAULT, D3D11_BIND_RENDER_TARGET, 0, nullptr);
     ComPtr<ID3D11RenderTargetView> view;
@@ -140,7 +148,7 @@ FloatPicture BlitBench::Draw(Tamborel::BackgroundRenderer& renderer, const Tambo
     return ReadBack(target.Get(), size);
 }
 
-FloatPicture BlitBench::ReadBack(ID3D11Texture2D* target, const FloatPicture& size) {
+FloatPicture ShaderBench::ReadBack(ID3D11Texture2D* target, const FloatPicture& size) {
     const auto staging = MakeTexture(size, D3D11_USAGE_STAGING, 0, D3D11_CPU_ACCESS_READ, nullptr);
     immediate_->CopyResource(staging.Get(), target);
     D3D11_MAPPED_SUBRESOURCE mapped{};
@@ -154,4 +162,13 @@ FloatPicture BlitBench::ReadBack(ID3D11Texture2D* target, const FloatPicture& si
     }
     immediate_->Unmap(staging.Get(), 0);
     return result;
+}
+
+Tamborel::Constants ConstantsFor(UINT width, UINT height, float seconds, std::int32_t frame, float glow) {
+    Tamborel::Constants constants;
+    constants.iResolution = {static_cast<float>(width), static_cast<float>(height), 0.0F, 0.0F};
+    constants.iTime = seconds;
+    constants.iFrame = frame;
+    constants.sunriseGlow = glow;
+    return constants;
 }

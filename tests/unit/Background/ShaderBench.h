@@ -4,6 +4,7 @@
 
 #include "Background/BackgroundRenderer.h"
 #include "Background/ShaderConstants.h"
+#include "Background/ShaderPrograms.h"
 #include "BlitReference.h"
 
 #include <d3d11_4.h>
@@ -20,9 +21,9 @@ struct FloatPicture {
 };
 
 /// A device with the blit's fixed state. Throws std::runtime_error with the call's name where one fails.
-class BlitBench {
+class ShaderBench {
 public:
-    BlitBench();
+    ShaderBench();
 
     /// The picture of the source's size that the blit makes of `source`.
     FloatPicture Draw(const Tamborel::BlitConstants& constants, const FloatPicture& source);
@@ -30,6 +31,9 @@ public:
     /// The next picture of the renderer, on a surface of `width` by `height`.
     FloatPicture Draw(Tamborel::BackgroundRenderer& renderer, const Tamborel::BlitFrameRecord& record, UINT width,
                       UINT height);
+
+    /// The picture of iResolution's size that a pixel program makes with these constants.
+    FloatPicture Draw(Tamborel::ShaderBytecode program, const Tamborel::Constants& constants);
 
     /// What a kind's pixel program draws on a target of any size. Nothing of `constants` is filled in.
     FloatPicture DrawKind(Tamborel::BackgroundKind kind, const Tamborel::Constants& constants, UINT width, UINT height);
@@ -39,6 +43,9 @@ public:
 private:
     template <class Interface>
     using ComPtr = Microsoft::WRL::ComPtr<Interface>;
+
+    FloatPicture DrawProgram(Tamborel::ShaderBytecode code, const Tamborel::Constants& constants, UINT width,
+                             UINT height);
 
     /// Draws the strip with `program`, which may read `source`, on a target of the size's own.
     FloatPicture DrawStrip(ID3D11PixelShader* program, const void* constants, std::size_t bytes, ID3D11Buffer* buffer,
@@ -58,3 +65,6 @@ private:
     ComPtr<ID3D11SamplerState> sampler_;
     ComPtr<ID3D11RasterizerState> rasterizer_;
 };
+
+/// Constants as the renderer writes them for a picture of this size.
+Tamborel::Constants ConstantsFor(UINT width, UINT height, float seconds, std::int32_t frame = 0, float glow = 0.0F);
