@@ -15,6 +15,7 @@ void Recorder::Reset() {
     const std::lock_guard lock(mutex_);
     calls_.clear();
     failures_.clear();
+    looks_.clear();
     queries_.clear();
     made_.clear();
     recordDestruction_ = false;
@@ -92,8 +93,19 @@ std::string Recorder::NameOf(const IUnknown* object) const {
     return found == names_.end() ? "?" : found->second;
 }
 
-HRESULT Recorder::Call(const std::string& object, const std::string& method, const std::string& arguments) {
+void Recorder::During(std::string method, std::function<void()> look) {
     const std::lock_guard lock(mutex_);
+    looks_[std::move(method)] = std::move(look);
+}
+
+HRESULT Recorder::Call(const std::string& object, const std::string& method, const std::string& arguments) {
+    std::unique_lock lock(mutex_);
+    if (const auto found = looks_.find(method); found != looks_.end()) {
+        const std::function<void()> look = found->second;
+        lock.unlock();
+        look();
+        lock.lock();
+    }
     const std::string whole = object.empty() ? method : object + '.' + method;
     calls_.push_back(whole + '(' + arguments + ')');
     for (const std::string& name : {whole, method}) {

@@ -5,6 +5,7 @@
 #include <unknwn.h>
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <string>
@@ -33,6 +34,9 @@ public:
     std::string Last(std::string_view call) const;
     /// Also records the end of each object, as "~Visual2". Off after Reset.
     void RecordDestruction(bool record);
+
+    /// Runs `look` at each call of a method of that name, on the caller's thread, until Reset.
+    void During(std::string method, std::function<void()> look);
 
     // Failures. Names are "Method" for every object or "Object.Method" for one.
 
@@ -78,6 +82,7 @@ private:
     // All below are guarded by mutex_.
     std::vector<std::string> calls_;
     std::map<std::string, Failure> failures_;
+    std::map<std::string, std::function<void()>> looks_;
     std::vector<std::pair<IID, HRESULT>> queries_;
     std::map<std::string, int> made_;
     std::map<const IUnknown*, std::string> names_;

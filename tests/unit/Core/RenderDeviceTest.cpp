@@ -6,10 +6,10 @@
 
 #include <dxgi1_6.h>
 
-#include <chrono>
+#include <future>
 #include <memory>
+#include <mutex>
 #include <string>
-#include <thread>
 #include <vector>
 
 namespace {
@@ -163,18 +163,20 @@ TEST_F(RenderDevice, PlaysNothingWithoutAContext) {
     EXPECT_EQ(device->ExecuteImmediateCommandList(list.Get(), true), E_FAIL);
 }
 
-TEST_F(RenderDevice, PlaysAListOnlyWhileNobodyElseHoldsTheContext) {
+TEST_F(RenderDevice, HoldsTheContextWhileItPlaysAListAndNoLonger) {
     ASSERT_EQ(device->Initialize(), S_OK);
-    const ComPtr<ID3D11CommandList> list = RecordedList();
-    std::thread player;
-    {
-        const std::lock_guard lock(device->GetContextMutex());
-        player = std::thread([&] { device->ExecuteImmediateCommandList(list.Get(), true); });
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));  // gives a player without the lock its chance
-        EXPECT_EQ(recorder.Count("ExecuteCommandList"), 0U);
-    }
-    player.join();
+    // Asked on a thread of its own: the one that holds a mutex may not.
+    const auto isFree = [&] {
+        return std::async(std::launch::async,
+                          [&] { return std::unique_lock(device->GetContextMutex(), std::try_to_lock).owns_lock(); })
+            .get();
+    };
+    bool freeMeanwhile = true;
+    recorder.During("ExecuteCommandList", [&] { freeMeanwhile = isFree(); });
+    EXPECT_EQ(device->ExecuteImmediateCommandList(RecordedList().Get(), true), S_OK);
     EXPECT_EQ(recorder.Count("ExecuteCommandList"), 1U);
+    EXPECT_FALSE(freeMeanwhile);
+    EXPECT_TRUE(isFree());
 }
 
 }  // namespace

@@ -3,6 +3,8 @@
 
 #include "launcher/LauncherScene/LauncherScene.h"
 
+#include <gtest/gtest.h>
+
 #include <condition_variable>
 #include <mutex>
 #include <vector>
@@ -58,6 +60,12 @@ public:
     std::optional<DWORD> ExitCode(const GameLaunch::Handle&) override { return exitCode; }
     SceneSurroundings Surroundings(const Tamborel::FrameWindow*) override { return surroundings; }
 
+    /// What was saved last; a failure if nothing was.
+    LauncherSettings LastSaved() const {
+        if (!saved.empty()) return saved.back();
+        ADD_FAILURE() << "nothing was saved";
+        return {};
+    }
     /// Lets the discovery that is at work, or the next one, end with this.
     void FinishDiscovery(GameDiscovery::Result result) {
         const std::lock_guard guard(mutex_);

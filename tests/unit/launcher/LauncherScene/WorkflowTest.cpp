@@ -56,7 +56,7 @@ TEST_F(Workflow, ARememberedFolderThatIsValidIsReady) {
     EXPECT_TRUE(Shows(L"Ready to launch"));
     EXPECT_TRUE(Shows(L"1152 × 864"));
     EXPECT_TRUE(ButtonNamed(L"Launch with KVR ↗")->enabled);
-    EXPECT_EQ(actions_->saved.back(), actions_->settings);
+    EXPECT_EQ(actions_->LastSaved(), actions_->settings);
 }
 
 TEST_F(Workflow, ARememberedFolderThatIsNotValidStaysOnTheScreen) {
@@ -79,7 +79,7 @@ TEST_F(Workflow, FindingShowsThatItSearchesAndTakesWhatIsFound) {
     Discover({.Folder = L"/steam/quake2", .Message = L"Found.", .Cancelled = false, .SelectedFolder = {}});
     EXPECT_TRUE(Shows(L"● Ready"));
     EXPECT_TRUE(Shows(L"Found."));
-    EXPECT_EQ(actions_->saved.back().Folder, L"/steam/quake2");
+    EXPECT_EQ(actions_->LastSaved().Folder, L"/steam/quake2");
 }
 
 TEST_F(Workflow, ASecondRequestDuringACheckIsIgnored) {
@@ -117,7 +117,7 @@ TEST_F(Workflow, APickedFolderThatFailsValidationStaysOnTheScreenAndIsSaved) {
     EXPECT_TRUE(Shows(L"Invalid installation"));
     EXPECT_TRUE(Shows(L"/bad"));
     EXPECT_TRUE(Shows(L"quake2.exe was not found."));
-    EXPECT_EQ(actions_->saved.back().Folder, L"/bad");
+    EXPECT_EQ(actions_->LastSaved().Folder, L"/bad");
 }
 
 TEST_F(Workflow, ASearchWithoutResultForgetsTheFolder) {
@@ -132,7 +132,7 @@ TEST_F(Workflow, ARendererCardClickedDuringACheckTakesEffectAndIsSaved) {
     Click(kFind);
     Click(kOriginalCard);
     EXPECT_FALSE(scene_->modernRenderer);
-    EXPECT_FALSE(actions_->saved.back().Modern);
+    EXPECT_FALSE(actions_->LastSaved().Modern);
     Discover({.Folder = {}, .Message = L"Nothing.", .Cancelled = false, .SelectedFolder = {}});
     EXPECT_FALSE(scene_->modernRenderer);
 }
@@ -208,12 +208,12 @@ TEST_F(Workflow, AClickBesideTheOpenListOnlyClosesItAndStillSaves) {
     ShowReady();
     Click(kResolution);
     ASSERT_TRUE(scene_->modeMenuOpen);
-    const LauncherSettings before = actions_->saved.back();
+    const LauncherSettings before = actions_->LastSaved();
     const std::size_t saves = actions_->saved.size();
     Click({700, 100});
     EXPECT_FALSE(scene_->modeMenuOpen);
     EXPECT_EQ(actions_->saved.size(), saves + 1);
-    EXPECT_EQ(actions_->saved.back(), before);
+    EXPECT_EQ(actions_->LastSaved(), before);
 }
 
 TEST_F(Workflow, AnEntryOfTheListChoosesItAndCloses) {
@@ -223,7 +223,7 @@ TEST_F(Workflow, AnEntryOfTheListChoosesItAndCloses) {
     EXPECT_EQ(scene_->displayMode, 9);
     EXPECT_FALSE(scene_->modeMenuOpen);
     EXPECT_TRUE(Shows(L"1600 × 1200"));
-    EXPECT_EQ(actions_->saved.back().Mode, 9);
+    EXPECT_EQ(actions_->LastSaved().Mode, 9);
 }
 
 TEST_F(Workflow, TheSwitchTogglesFullscreen) {
@@ -232,7 +232,7 @@ TEST_F(Workflow, TheSwitchTogglesFullscreen) {
     Click(kFullscreen);
     EXPECT_FALSE(scene_->fullscreen);
     EXPECT_TRUE(Shows(L"Play in a window on your desktop."));
-    EXPECT_FALSE(actions_->saved.back().Fullscreen);
+    EXPECT_FALSE(actions_->LastSaved().Fullscreen);
 }
 
 TEST_F(Workflow, AFrameInWhichNothingChangedSavesNothingAndKeepsItsNodes) {
