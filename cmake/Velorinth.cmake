@@ -21,6 +21,12 @@ if(WIN32)
   # One file to copy: no runtime library has to lie beside a Windows program.
   target_link_options(velorinth_options INTERFACE -static)
 endif()
+# Hundreds of test programs, each with the static libraries under it: a linker that works in parallel takes a fifth of the
+# time. GCC knows the name from version 12 on, as Debian 12 has it.
+find_program(VELORINTH_MOLD mold)
+if(VELORINTH_MOLD AND NOT WIN32)
+  target_link_options(velorinth_options INTERFACE -fuse-ld=mold)
+endif()
 if(CMAKE_BUILD_TYPE STREQUAL "Debug")
   target_compile_definitions(velorinth_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
@@ -41,6 +47,19 @@ function(velorinth_sanitizer_defaults target)
     target_sources(${target} PRIVATE ${PROJECT_SOURCE_DIR}/cmake/SanitizerDefaults.cpp)
   endif()
 endfunction()
+
+# The system's headers cost a Windows source more than all of its own lines: they are compiled once. Only there: the Linux
+# build tells of a source that forgets to include what it uses. Not the standard library's headers, whose strings GCC 12
+# takes for overruns once they come precompiled (GCC bug 105651).
+if(WIN32)
+  file(WRITE ${CMAKE_BINARY_DIR}/system_headers.cpp "")
+  add_library(velorinth_system_headers STATIC ${CMAKE_BINARY_DIR}/system_headers.cpp)
+  target_include_directories(velorinth_system_headers SYSTEM PRIVATE ${PROJECT_SOURCE_DIR}/Platform/Windows/include)
+  target_link_libraries(velorinth_system_headers PRIVATE velorinth_options)
+  set(VELORINTH_SYSTEM_HEADERS <windows.h> <d3d11_4.h> <d2d1_3.h> <dwrite_3.h> <dcomp.h> <wincodec.h> <wrl/client.h>
+      CACHE INTERNAL "")
+  target_precompile_headers(velorinth_system_headers PRIVATE ${VELORINTH_SYSTEM_HEADERS})
+endif()
 
 # Makes the folder `prefix` (a path from the project's root) includable as "prefix/Header.h" by this target and by what
 # links to it, and by nobody else. That is what makes an include against the direction of the arrows fail to build.
@@ -67,6 +86,9 @@ function(velorinth_library target)
   cmake_path(RELATIVE_PATH CMAKE_CURRENT_SOURCE_DIR BASE_DIRECTORY ${PROJECT_SOURCE_DIR} OUTPUT_VARIABLE prefix)
   velorinth_expose(${target} ${prefix})
   target_link_libraries(${target} PUBLIC ${arg_DEPENDS} PRIVATE velorinth_options ${arg_PRIVATE})
+  if(WIN32)
+    target_precompile_headers(${target} REUSE_FROM velorinth_system_headers)
+  endif()
 endfunction()
 
 # velorinth_program(<target> SOURCES ... DEPENDS ...): a program that lands in the build's bin folder.

@@ -2,8 +2,9 @@
 
 #include "Platform/Linux/Base/DebugOutput.h"
 
+#include <algorithm>
 #include <mutex>
-#include <regex>
+#include <string_view>
 #include <utility>
 
 namespace Fakes {
@@ -40,11 +41,26 @@ std::string LogCapture::Take() {
 }
 
 std::vector<Report> ReportsIn(const std::string& log) {
-    static const std::regex pattern(
-        "\\[Tamborel\\] FAILED (0x[0-9A-F]{8}) \\((.*)\\)\n  expr : (.*)\n  at   : (.*:[0-9]+)\n");
+    // What stands between two of a report's fixed parts, taken off the front of `rest`.
+    const auto take = [](std::string_view& rest, std::string_view end) {
+        const std::size_t at = std::min(rest.find(end), rest.size());
+        const std::string_view taken = rest.substr(0, at);
+        rest.remove_prefix(std::min(at + end.size(), rest.size()));
+        return std::string(taken);
+    };
+    constexpr std::string_view start = "[Tamborel] FAILED ";
     std::vector<Report> reports;
-    for (std::sregex_iterator each(log.begin(), log.end(), pattern), end; each != end; ++each)
-        reports.push_back({(*each)[1], (*each)[2], (*each)[3], (*each)[4]});
+    for (std::size_t at = log.find(start); at != std::string::npos; at = log.find(start, at + 1)) {
+        std::string_view rest = std::string_view(log).substr(at + start.size());
+        Report report;
+        report.code = take(rest, " (");
+        report.text = take(rest, ")\n  expr : ");
+        report.expression = take(rest, "\n  at   : ");
+        report.place = take(rest, "\n");
+        const bool wellFormed = report.code.size() == 10 && report.code.starts_with("0x") && !report.place.empty() &&
+                                report.place.back() >= '0' && report.place.back() <= '9';
+        if (wellFormed) reports.push_back(std::move(report));
+    }
     return reports;
 }
 

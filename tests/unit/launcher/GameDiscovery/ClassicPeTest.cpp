@@ -10,13 +10,13 @@
 
 namespace {
 
-bool Passes(const std::string& bytes) {
+bool PassesAsPe(const std::string& bytes) {
     CountingSource source(bytes);
     return GameDiscovery::HasClassicPeHeaders(source);
 }
 
 bool PassesWithHeaderOffset(std::uint32_t offset) {
-    return Passes(PeBytes({.headerOffset = offset}));
+    return PassesAsPe(PeBytes({.headerOffset = offset}));
 }
 
 /// Valid headers at 64, whatever the DOS header says of their place.
@@ -29,33 +29,33 @@ std::string BytesClaiming(std::uint32_t headerOffset) {
 }  // namespace
 
 TEST(ClassicPe, A32BitProgramPasses) {
-    EXPECT_TRUE(Passes(PeBytes()));
+    EXPECT_TRUE(PassesAsPe(PeBytes()));
 }
 
 TEST(ClassicPe, WithoutTheDosMagicFails) {
-    EXPECT_FALSE(Passes(PeBytes({.dosMagic = 0x4D5A})));
+    EXPECT_FALSE(PassesAsPe(PeBytes({.dosMagic = 0x4D5A})));
 }
 
 TEST(ClassicPe, WithoutTheSignatureFails) {
-    EXPECT_FALSE(Passes(PeBytes({.signature = 0x00014550})));
-    EXPECT_FALSE(Passes(PeBytes({.signature = 0x0000454E})));
+    EXPECT_FALSE(PassesAsPe(PeBytes({.signature = 0x00014550})));
+    EXPECT_FALSE(PassesAsPe(PeBytes({.signature = 0x0000454E})));
 }
 
 TEST(ClassicPe, A64BitProgramFailsByItsMachine) {
-    EXPECT_FALSE(Passes(PeBytes({.machine = 0x8664})));
+    EXPECT_FALSE(PassesAsPe(PeBytes({.machine = 0x8664})));
 }
 
 TEST(ClassicPe, AnotherOptionalHeaderMagicFails) {
-    EXPECT_FALSE(Passes(PeBytes({.optionalMagic = 0x020B})));
+    EXPECT_FALSE(PassesAsPe(PeBytes({.optionalMagic = 0x020B})));
 }
 
 TEST(ClassicPe, A64ByteFileWithAValidDosHeaderFails) {
     const std::string dosHeader = PeBytes().substr(0, 64);
-    EXPECT_FALSE(Passes(dosHeader));
+    EXPECT_FALSE(PassesAsPe(dosHeader));
 }
 
 TEST(ClassicPe, HeaderOffset63Fails) {
-    EXPECT_FALSE(Passes(BytesClaiming(63)));
+    EXPECT_FALSE(PassesAsPe(BytesClaiming(63)));
 }
 
 TEST(ClassicPe, HeaderOffset64Passes) {
@@ -75,19 +75,19 @@ TEST(ClassicPe, HeadersInsideTheDosHeaderFail) {
     bytes.insert(0, "MZ" + std::string(14, '\0'));
     bytes.resize(60);
     bytes += std::string("\x10\0\0\0", 4) + std::string(64, '\0');
-    EXPECT_FALSE(Passes(bytes));
+    EXPECT_FALSE(PassesAsPe(bytes));
 }
 
 TEST(ClassicPe, HeaderOffsetIsComparedUnsigned) {
-    EXPECT_FALSE(Passes(BytesClaiming(0x80000040)));
-    EXPECT_FALSE(Passes(BytesClaiming(0xFFFFFFFF)));
+    EXPECT_FALSE(PassesAsPe(BytesClaiming(0x80000040)));
+    EXPECT_FALSE(PassesAsPe(BytesClaiming(0xFFFFFFFF)));
 }
 
 TEST(ClassicPe, TruncatedAnywhereFails) {
     const std::string whole = PeBytes({.headerOffset = 80});
-    ASSERT_TRUE(Passes(whole));
+    ASSERT_TRUE(PassesAsPe(whole));
     for (std::size_t size = 0; size < whole.size(); ++size) {
-        EXPECT_FALSE(Passes(whole.substr(0, size))) << size << " bytes";
+        EXPECT_FALSE(PassesAsPe(whole.substr(0, size))) << size << " bytes";
     }
 }
 

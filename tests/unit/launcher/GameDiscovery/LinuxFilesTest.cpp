@@ -4,6 +4,7 @@
 #include "launcher/GameDiscovery/QuotedValues.h"
 #include "launcher/GameDiscovery/Validation.h"
 #include "Platform/Interface/Paths.h"
+#include "Sentences.h"
 #include "tests/support/GameFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -24,12 +25,6 @@ using GameDiscovery::ValidateFolder;
 using testing::HasSubstr;
 
 namespace {
-
-constexpr const wchar_t* missing = L"Quake II was not found in this folder (quake2.exe is missing).";
-constexpr const wchar_t* notClassic = L"Choose classic 32-bit Quake II (quake2.exe), not the remaster.";
-constexpr const wchar_t* noRenderer = L"The classic OpenGL renderer (ref_gl.dll) is missing or incompatible.";
-constexpr const wchar_t* noData = L"Quake II game data is missing or invalid: baseq2\\pak0.pak.";
-constexpr const wchar_t* verified = L"Quake II installation verified.";
 
 /// Puts something in a file's place that is no file: reading it may never end.
 struct Special {
@@ -79,17 +74,17 @@ protected:
 
 TEST_P(SpecialFiles, InPlaceOfQuake2ExeIsNotClassic) {
     PutAt(game_ / "quake2.exe");
-    EXPECT_EQ(ValidateFolder(game_).Message, notClassic);
+    EXPECT_EQ(ValidateFolder(game_).Message, Sentences::notClassic);
 }
 
 TEST_P(SpecialFiles, InPlaceOfTheRendererIsNone) {
     PutAt(game_ / "ref_gl.dll");
-    EXPECT_EQ(ValidateFolder(game_).Message, noRenderer);
+    EXPECT_EQ(ValidateFolder(game_).Message, Sentences::noRenderer);
 }
 
 TEST_P(SpecialFiles, InPlaceOfThePakIsNoData) {
     PutAt(game_ / "baseq2" / "pak0.pak");
-    EXPECT_EQ(ValidateFolder(game_).Message, noData);
+    EXPECT_EQ(ValidateFolder(game_).Message, Sentences::noData);
 }
 
 TEST_P(SpecialFiles, DoNotOpen) {
@@ -107,43 +102,43 @@ TEST_F(LinuxValidation, NamesAreMatchedWithoutRegardToCase) {
     fs::rename(game_ / "ref_gl.dll", game_ / "Ref_GL.dll");
     fs::rename(game_ / "baseq2", game_ / "BaseQ2");
     fs::rename(game_ / "BaseQ2" / "pak0.pak", game_ / "BaseQ2" / "PAK0.pak");
-    EXPECT_EQ(ValidateFolder(game_).Message, verified);
+    EXPECT_EQ(ValidateFolder(game_).Message, Sentences::verified);
 }
 
 TEST_F(LinuxValidation, TheExactNameWinsOverAnotherSpelling) {
     WriteBytes(game_ / "QUAKE2.EXE", "not a program");
-    EXPECT_EQ(ValidateFolder(game_).Message, verified);
+    EXPECT_EQ(ValidateFolder(game_).Message, Sentences::verified);
 }
 
 TEST_F(LinuxValidation, TheFolderItselfIsMatchedWithoutRegardToCase) {
-    EXPECT_EQ(ValidateFolder(temporary_ / "GAME").Message, verified);
+    EXPECT_EQ(ValidateFolder(temporary_ / "GAME").Message, Sentences::verified);
 }
 
 TEST_F(LinuxValidation, AFolderNameThatIsNotUtf8IsVerifiedAndComesBackAsItWas) {
     const fs::path folder = temporary_ / "Qu\xE4ke \xFF";
     MakeInstallation(folder);
     const GameDiscovery::Result result = ValidateFolder(folder);
-    EXPECT_EQ(result.Message, verified);
+    EXPECT_EQ(result.Message, Sentences::verified);
     EXPECT_EQ(Platform::PathFromText(result.Folder), folder);
 }
 
 TEST_F(LinuxValidation, ALinkToTheFolderStaysAsItIsSpelled) {
     fs::create_directory_symlink(game_, temporary_ / "link");
     const GameDiscovery::Result result = ValidateFolder(temporary_ / "link");
-    EXPECT_EQ(result.Message, verified);
+    EXPECT_EQ(result.Message, Sentences::verified);
     EXPECT_EQ(Platform::PathFromText(result.Folder), temporary_ / "link");
 }
 
 TEST_F(LinuxValidation, LinksToTheFilesAreFollowed) {
     fs::rename(game_ / "quake2.exe", temporary_ / "elsewhere.exe");
     fs::create_symlink("../elsewhere.exe", game_ / "quake2.exe");
-    EXPECT_EQ(ValidateFolder(game_).Message, verified);
+    EXPECT_EQ(ValidateFolder(game_).Message, Sentences::verified);
 }
 
 TEST_F(LinuxValidation, ADanglingLinkIsMissing) {
     fs::remove(game_ / "quake2.exe");
     fs::create_symlink("nowhere", game_ / "quake2.exe");
-    EXPECT_EQ(ValidateFolder(game_).Message, missing);
+    EXPECT_EQ(ValidateFolder(game_).Message, Sentences::missing);
 }
 
 TEST_F(LinuxValidation, ALoopOfLinksIsAnErrorOfTheExistenceTest) {
@@ -163,7 +158,7 @@ TEST_F(LinuxValidation, APathLongerThan260CharactersIsVerified) {
     for (int i = 0; i < 10; ++i) deep /= std::string(100, static_cast<char>('a' + i));
     MakeInstallation(deep);
     const GameDiscovery::Result result = ValidateFolder(deep);
-    EXPECT_EQ(result.Message, verified);
+    EXPECT_EQ(result.Message, Sentences::verified);
     EXPECT_EQ(Platform::PathFromText(result.Folder), deep);
 }
 
@@ -184,7 +179,10 @@ TEST_F(LinuxValidation, UnreadableFilesGiveTheirChecksSentence) {
             constexpr uid_t nobody = 65534;
             if (setgid(nobody) != 0 || setuid(nobody) != 0) _exit(100);
             const std::wstring message = ValidateFolder(game_).Message;
-            _exit(message == notClassic ? 1 : message == noRenderer ? 2 : message == noData ? 3 : 4);
+            _exit(message == Sentences::notClassic   ? 1
+                  : message == Sentences::noRenderer ? 2
+                  : message == Sentences::noData     ? 3
+                                                     : 4);
         }
         int status = 0;
         while (waitpid(child, &status, 0) < 0 && errno == EINTR) {}

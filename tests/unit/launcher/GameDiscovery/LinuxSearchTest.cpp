@@ -4,6 +4,7 @@
 #include "launcher/GameDiscovery/Search.h"
 #include "Platform/Interface/Paths.h"
 #include "Platform/Text/Unicode.h"
+#include "Sentences.h"
 #include "tests/support/GameFiles.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
@@ -109,7 +110,7 @@ TEST_F(LinuxSearch, EverySourceIsFoundInTheToldOrder) {
     for (auto game = inOrder.rbegin(); game != inOrder.rend(); ++game) {
         MakeInstallation(*game);
         const GameDiscovery::Result result = FindGame({});
-        ASSERT_EQ(result.Message, L"Quake II installation verified.") << *game;
+        ASSERT_EQ(result.Message, Sentences::verified) << *game;
         ASSERT_TRUE(fs::equivalent(Platform::PathFromText(result.Folder), *game))
             << "expected " << *game << ", found " << Platform::PathFromText(result.Folder);
     }
@@ -122,7 +123,7 @@ TEST_F(LinuxSearch, NamesInASteamFolderAreMatchedWithoutRegardToCase) {
     MakeInstallation(game);
     fs::rename(game / "quake2.exe", game / "Quake2.EXE");
     const GameDiscovery::Result result = FindGame({});
-    EXPECT_EQ(result.Message, L"Quake II installation verified.");
+    EXPECT_EQ(result.Message, Sentences::verified);
     EXPECT_EQ(Platform::ExistingSpelling(Platform::PathFromText(result.Folder)), game);
 }
 
@@ -137,7 +138,7 @@ TEST_F(LinuxSearch, AnInstalldirOnAWindowsDriveIsTakenThroughThePrefix) {
     WriteBytes(driveC_ / "Steam" / "steamapps" / "appmanifest_2320.acf", R"("installdir" "D:\\Spiele\\Q2")");
     MakeInstallation(driveD_ / "Spiele" / "Q2");
     const GameDiscovery::Result result = FindGame({});
-    EXPECT_EQ(result.Message, L"Quake II installation verified.");
+    EXPECT_EQ(result.Message, Sentences::verified);
     EXPECT_TRUE(fs::equivalent(Platform::PathFromText(result.Folder), driveD_ / "Spiele" / "Q2"));
 }
 

@@ -14,7 +14,7 @@
 
 namespace {
 
-bool Passes(const std::string& bytes) {
+bool PassesAsPak(const std::string& bytes) {
     CountingSource source(bytes);
     return GameDiscovery::HasPakHeader(source);
 }
@@ -44,40 +44,40 @@ void WriteSparse(const std::filesystem::path& path, const std::string& start, st
 }  // namespace
 
 TEST(Pak, DirectoryLength64UpToTheEndOfTheFilePasses) {
-    EXPECT_TRUE(Passes(PakBytes(12, 64, 76)));
+    EXPECT_TRUE(PassesAsPak(PakBytes(12, 64, 76)));
 }
 
 TEST(Pak, DirectoryOneByteBeyondTheEndFails) {
-    EXPECT_FALSE(Passes(PakBytes(12, 64, 75)));
+    EXPECT_FALSE(PassesAsPak(PakBytes(12, 64, 75)));
 }
 
 TEST(Pak, DirectoryLength0FailsAlthoughWellFormed) {
-    EXPECT_FALSE(Passes(PakBytes(12, 0, 76)));
+    EXPECT_FALSE(PassesAsPak(PakBytes(12, 0, 76)));
 }
 
 TEST(Pak, DirectoryLength65Fails) {
-    EXPECT_FALSE(Passes(PakBytes(12, 65, 1000)));
+    EXPECT_FALSE(PassesAsPak(PakBytes(12, 65, 1000)));
 }
 
 TEST(Pak, DirectoryLength63Fails) {
-    EXPECT_FALSE(Passes(PakBytes(12, 63, 1000)));
+    EXPECT_FALSE(PassesAsPak(PakBytes(12, 63, 1000)));
 }
 
 TEST(Pak, DirectoryOfSeveralEntriesBehindTheDataPasses) {
-    EXPECT_TRUE(Passes(PakBytes(500, 640, 1140)));
+    EXPECT_TRUE(PassesAsPak(PakBytes(500, 640, 1140)));
 }
 
 TEST(Pak, DirectoryOffset11Fails) {
-    EXPECT_FALSE(Passes(PakBytes(11, 64, 1000)));
+    EXPECT_FALSE(PassesAsPak(PakBytes(11, 64, 1000)));
 }
 
 TEST(Pak, NegativeDirectoryOffsetFails) {
-    EXPECT_FALSE(Passes(PakBytes(-64, 128, 1000)));
-    EXPECT_FALSE(Passes(PakBytes(std::numeric_limits<std::int32_t>::min(), 64, 1000)));
+    EXPECT_FALSE(PassesAsPak(PakBytes(-64, 128, 1000)));
+    EXPECT_FALSE(PassesAsPak(PakBytes(std::numeric_limits<std::int32_t>::min(), 64, 1000)));
 }
 
 TEST(Pak, NegativeDirectoryLengthFails) {
-    EXPECT_FALSE(Passes(PakBytes(500, -64, 1000)));
+    EXPECT_FALSE(PassesAsPak(PakBytes(500, -64, 1000)));
 }
 
 TEST(Pak, SumThatOverflows32BitsIsJudgedIn64) {
@@ -94,8 +94,8 @@ TEST(Pak, FileOfMoreThan4GiBIsComparedIn64Bits) {
 }
 
 TEST(Pak, AnotherMagicFails) {
-    EXPECT_FALSE(Passes(PakBytes(12, 64, 76, "PAKC")));
-    EXPECT_FALSE(Passes(PakBytes(12, 64, 76, "pack")));
+    EXPECT_FALSE(PassesAsPak(PakBytes(12, 64, 76, "PAKC")));
+    EXPECT_FALSE(PassesAsPak(PakBytes(12, 64, 76, "pack")));
 }
 
 TEST(Pak, ShortHeaderFails) {

@@ -3,6 +3,7 @@
 #include "launcher/GameDiscovery/Search.h"
 #include "Platform/Interface/Paths.h"
 #include "Platform/Text/Unicode.h"
+#include "Sentences.h"
 #include "tests/support/GameFiles.h"
 #include "tests/support/ScopedEnvironment.h"
 #include "tests/support/TemporaryFolder.h"
@@ -27,7 +28,6 @@ namespace {
 
 constexpr const wchar_t* userSteam = L"HKCU\\Software\\Valve\\Steam:SteamPath";
 constexpr const wchar_t* machineSteam = L"HKLM\\SOFTWARE\\WOW6432Node\\Valve\\Steam:InstallPath";
-constexpr const wchar_t* verified = L"Quake II installation verified.";
 constexpr const wchar_t* noneFound = L"No classic Quake II installation found. Use Browse for game.";
 
 /// A text in quotes, as Steam's files hold it.
@@ -62,7 +62,7 @@ protected:
     void ExpectFound(const fs::path& folder) {
         const Result result = FindGame({}, sources_);
         EXPECT_EQ(result.Folder, Text(folder));
-        EXPECT_EQ(result.Message, verified);
+        EXPECT_EQ(result.Message, Sentences::verified);
         EXPECT_FALSE(result.Cancelled);
         EXPECT_EQ(result.SelectedFolder, L"");
     }
@@ -79,7 +79,7 @@ TEST_F(Search, WithAValidPreferredFolderNothingElseIsRead) {
     MakeInstallation(Common(steam_) / "Quake 2");
     const Result result = FindGame(temporary_ / "preferred", sources_);
     EXPECT_EQ(result.Folder, Text(temporary_ / "preferred"));
-    EXPECT_EQ(result.Message, verified);
+    EXPECT_EQ(result.Message, Sentences::verified);
     EXPECT_THAT(sources_.questions, ElementsAre());
 }
 

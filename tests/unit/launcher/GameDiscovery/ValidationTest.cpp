@@ -1,6 +1,7 @@
 #include "CurrentFolder.h"
 #include "launcher/GameDiscovery/Validation.h"
 #include "Platform/Interface/Paths.h"
+#include "Sentences.h"
 #include "tests/support/GameFiles.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -16,11 +17,6 @@ using GameDiscovery::ValidateFolder;
 namespace {
 
 constexpr const wchar_t* selectFolder = L"Select a Quake II installation folder.";
-constexpr const wchar_t* missing = L"Quake II was not found in this folder (quake2.exe is missing).";
-constexpr const wchar_t* notClassic = L"Choose classic 32-bit Quake II (quake2.exe), not the remaster.";
-constexpr const wchar_t* noRenderer = L"The classic OpenGL renderer (ref_gl.dll) is missing or incompatible.";
-constexpr const wchar_t* noData = L"Quake II game data is missing or invalid: baseq2\\pak0.pak.";
-constexpr const wchar_t* verified = L"Quake II installation verified.";
 
 std::string X64Bytes() {
     return PeBytes({.machine = 0x8664, .optionalMagic = 0x020B});
@@ -34,7 +30,7 @@ void ExpectRefused(const Result& result, const wchar_t* message) {
 }
 
 void ExpectVerified(const Result& result, const std::wstring& folder) {
-    EXPECT_EQ(result.Message, verified);
+    EXPECT_EQ(result.Message, Sentences::verified);
     EXPECT_EQ(result.Folder, folder);
     EXPECT_FALSE(result.Cancelled);
     EXPECT_EQ(result.SelectedFolder, L"");
@@ -105,46 +101,46 @@ TEST_F(Validation, AFolderNameOfAnyLanguageIsVerified) {
 }
 
 TEST_F(Validation, AFolderThatIsMissingHasNoGame) {
-    ExpectRefused(ValidateFolder(temporary_ / "nowhere" / "deeper"), missing);
+    ExpectRefused(ValidateFolder(temporary_ / "nowhere" / "deeper"), Sentences::missing);
 }
 
 TEST_F(Validation, AFileInPlaceOfTheFolderHasNoGame) {
-    ExpectRefused(ValidateFolder(game_ / "ref_gl.dll"), missing);
+    ExpectRefused(ValidateFolder(game_ / "ref_gl.dll"), Sentences::missing);
 }
 
 TEST_F(Validation, AFolderWithoutQuake2ExeHasNoGame) {
     fs::remove(game_ / "quake2.exe");
-    ExpectRefused(ValidateFolder(game_), missing);
+    ExpectRefused(ValidateFolder(game_), Sentences::missing);
 }
 
 TEST_F(Validation, ADirectoryNamedQuake2ExeExistsAndIsNotClassic) {
     fs::remove(game_ / "quake2.exe");
     fs::create_directory(game_ / "quake2.exe");
-    ExpectRefused(ValidateFolder(game_), notClassic);
+    ExpectRefused(ValidateFolder(game_), Sentences::notClassic);
 }
 
 TEST_F(Validation, TheRemastersProgramIsNotClassic) {
     WriteBytes(game_ / "quake2.exe", X64Bytes());
-    ExpectRefused(ValidateFolder(game_), notClassic);
+    ExpectRefused(ValidateFolder(game_), Sentences::notClassic);
 }
 
 TEST_F(Validation, ATruncatedProgramIsNotClassic) {
     WriteBytes(game_ / "quake2.exe", PeBytes().substr(0, 64));
-    ExpectRefused(ValidateFolder(game_), notClassic);
+    ExpectRefused(ValidateFolder(game_), Sentences::notClassic);
 }
 
 TEST_F(Validation, AMissingAndAWrongRendererGiveTheSameWords) {
     WriteBytes(game_ / "ref_gl.dll", X64Bytes());
-    ExpectRefused(ValidateFolder(game_), noRenderer);
+    ExpectRefused(ValidateFolder(game_), Sentences::noRenderer);
     fs::remove(game_ / "ref_gl.dll");
-    ExpectRefused(ValidateFolder(game_), noRenderer);
+    ExpectRefused(ValidateFolder(game_), Sentences::noRenderer);
 }
 
 TEST_F(Validation, AMissingAndAWrongPakGiveTheSameWords) {
     WriteBytes(game_ / "baseq2" / "pak0.pak", PakBytes(12, 0, 12));
-    ExpectRefused(ValidateFolder(game_), noData);
+    ExpectRefused(ValidateFolder(game_), Sentences::noData);
     fs::remove_all(game_ / "baseq2");
-    ExpectRefused(ValidateFolder(game_), noData);
+    ExpectRefused(ValidateFolder(game_), Sentences::noData);
 }
 
 TEST_F(Validation, GameLibraryIsNotPartOfTheCheck) {
@@ -154,20 +150,20 @@ TEST_F(Validation, GameLibraryIsNotPartOfTheCheck) {
 
 TEST_F(Validation, TheFirstFailureInOrderIsTold) {
     fs::remove(game_ / "baseq2" / "pak0.pak");
-    ExpectRefused(ValidateFolder(game_), noData);
+    ExpectRefused(ValidateFolder(game_), Sentences::noData);
     fs::remove(game_ / "ref_gl.dll");
-    ExpectRefused(ValidateFolder(game_), noRenderer);
+    ExpectRefused(ValidateFolder(game_), Sentences::noRenderer);
     WriteBytes(game_ / "quake2.exe", X64Bytes());
-    ExpectRefused(ValidateFolder(game_), notClassic);
+    ExpectRefused(ValidateFolder(game_), Sentences::notClassic);
     fs::remove(game_ / "quake2.exe");
-    ExpectRefused(ValidateFolder(game_), missing);
+    ExpectRefused(ValidateFolder(game_), Sentences::missing);
 }
 
 TEST_F(Validation, APathOf4000CharactersHasNoGame) {
-    ExpectRefused(ValidateFolder(temporary_ / std::string(4000, 'a')), missing);
+    ExpectRefused(ValidateFolder(temporary_ / std::string(4000, 'a')), Sentences::missing);
     fs::path deep = temporary_.Path();
     while (deep.native().size() < 4000) deep /= std::string(99, 'b');
-    ExpectRefused(ValidateFolder(deep), missing);
+    ExpectRefused(ValidateFolder(deep), Sentences::missing);
 }
 
 TEST_F(Validation, ALongWayToAShortPathIsVerified) {
