@@ -162,6 +162,8 @@ HRESULT DeviceContext::EndDraw(D2D1_TAG* tag1, D2D1_TAG* tag2) {
     drawing_ = false;
     if (FAILED(result)) return result;
     try {
+        // The next frame is likely to be as long as this one.
+        list_.commands.reserve(list.commands.size());
         result = target_->Target()->Show(std::move(list));
     } catch (const std::bad_alloc&) {
         result = E_OUTOFMEMORY;
