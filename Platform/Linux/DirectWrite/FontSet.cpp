@@ -4,6 +4,7 @@
 #include <cwctype>
 #include <new>
 #include <string_view>
+#include <system_error>
 
 namespace Platform::DirectWrite {
 
@@ -46,12 +47,36 @@ HRESULT FontSetBuilder::CreateFontSet(IDWriteFontSet** set) try {
     return E_OUTOFMEMORY;
 }
 
+namespace {
+
+// Reading the system's fonts is the longest part of setting the first text, and who makes a collection will set some:
+// it runs while the program does other things.
+std::shared_future<std::shared_ptr<FontSource>> Reading(std::vector<ComPtr<FontFile>> files,
+                                                        std::vector<std::wstring> families) {
+    const auto read = [files = std::move(files), families = std::move(families)] {
+        return std::make_shared<FontSource>(files, families);
+    };
+    try {
+        return std::async(std::launch::async, read).share();
+    } catch (const std::system_error&) {
+        return std::async(std::launch::deferred, read).share();  // No thread to spare: read by whoever asks first.
+    }
+}
+
+}  // namespace
+
 FontCollection::FontCollection(FontSet* set) : ComObject("IDWriteFontCollection"), set_(set) {
     for (const Face& face : set->Faces()) {
         const bool known =
             std::ranges::any_of(families_, [&](const std::wstring& family) { return SameName(family, face.family); });
         if (!known) families_.push_back(face.family);
     }
+    std::vector<ComPtr<FontFile>> files;
+    for (const Face& face : set->Faces()) {
+        const bool known = std::ranges::any_of(files, [&](const auto& file) { return file.Get() == face.file.Get(); });
+        if (!known) files.push_back(face.file);
+    }
+    source_ = Reading(std::move(files), families_);
 }
 
 HRESULT FontCollection::FindFamilyName(const WCHAR* name, UINT32* index, BOOL* exists) {
@@ -68,20 +93,6 @@ HRESULT FontCollection::GetFontSet(IDWriteFontSet** set) {
     *set = set_.Get();
     (*set)->AddRef();
     return S_OK;
-}
-
-std::shared_ptr<FontSource> FontCollection::Source() {
-    const std::lock_guard lock(mutex_);
-    if (!source_) {
-        std::vector<ComPtr<FontFile>> files;
-        for (const Face& face : set_->Faces()) {
-            const bool known =
-                std::ranges::any_of(files, [&](const auto& file) { return file.Get() == face.file.Get(); });
-            if (!known) files.push_back(face.file);
-        }
-        source_ = std::make_shared<FontSource>(files, families_);
-    }
-    return source_;
 }
 
 }  // namespace Platform::DirectWrite

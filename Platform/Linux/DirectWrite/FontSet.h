@@ -7,8 +7,8 @@
 #include <dwrite_3.h>
 #include <wrl/client.h>
 
+#include <future>
 #include <memory>
-#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -65,16 +65,16 @@ public:
     HRESULT FindFamilyName(const WCHAR* name, UINT32* index, BOOL* exists) override;
     HRESULT GetFontSet(IDWriteFontSet** set) override;
 
-    /// The collection's fonts with the system's behind them, made when first asked for. Throws std::runtime_error.
-    std::shared_ptr<FontSource> Source();
+    /// The collection's fonts with the system's behind them, which are being read since the collection was made. Waits
+    /// for that. Throws std::runtime_error.
+    std::shared_ptr<FontSource> Source() { return source_.get(); }
 
 private:
     ~FontCollection() override = default;
 
     ComPtr<FontSet> set_;
     std::vector<std::wstring> families_;
-    std::mutex mutex_;
-    std::shared_ptr<FontSource> source_;  // guarded by mutex_; null until asked for
+    std::shared_future<std::shared_ptr<FontSource>> source_;  // its end waits for the thread
 };
 
 }  // namespace Platform::DirectWrite

@@ -93,6 +93,9 @@ FontSource::FontSource(std::span<const Microsoft::WRL::ComPtr<FontFile>> files, 
         const std::string path = "/proc/self/fd/" + std::to_string(memory.Get());
         FcConfigAppFontAddFile(config_, reinterpret_cast<const FcChar8*>(path.c_str()));
     }
+    // Pango starts reading the process's configuration as soon as it has a map, and so does librsvg: there is one then.
+    static std::once_flag current;
+    std::call_once(current, FcConfigSetCurrent, config_);
     fontMap_ = pango_ft2_font_map_new();
     pango_fc_font_map_set_config(PANGO_FC_FONT_MAP(fontMap_), config_);
     pango_fc_font_map_set_default_substitute(PANGO_FC_FONT_MAP(fontMap_), LeaveUnhinted, nullptr, nullptr);
