@@ -79,12 +79,14 @@ struct OwnBounds {
 
 }  // namespace
 
+// NOLINTNEXTLINE(bugprone-exception-escape)
 bool operator==(const DrawCommand& a, const DrawCommand& b) noexcept {
     const bool sameClip = a.clip.has_value() == b.clip.has_value() && (!a.clip || Equal(*a.clip, *b.clip));
     return sameClip && a.strokeWidth == b.strokeWidth && a.antialiased == b.antialiased && a.bounds == b.bounds &&
            Equal(a.color, b.color) && Equal(a.transform, b.transform) && SameShape(a.shape, b.shape);
 }
 
+// NOLINTNEXTLINE(bugprone-exception-escape)
 PixelRect BoundsOf(const DrawCommand& command, const PixelRect& target) noexcept {
     // A transform that flattens the plane leaves no area, and the rasteriser can't take it.
     if (!IsFinite(command.transform) || D2D1IsMatrixInvertible(&command.transform) == FALSE) return {};

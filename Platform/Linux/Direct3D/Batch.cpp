@@ -9,9 +9,9 @@ namespace Platform::Direct3D {
 
 namespace {
 
-constexpr VkDeviceSize blockSize = 256 * 1024;
+constexpr VkDeviceSize blockSize = VkDeviceSize{256} * 1024;
 // Blocks beyond this size are for one picture, not for every frame: they go when the batch is done.
-constexpr VkDeviceSize largestKeptBlock = 4 * 1024 * 1024;
+constexpr VkDeviceSize largestKeptBlock = VkDeviceSize{4} * 1024 * 1024;
 constexpr std::uint32_t setsPerPool = 32;
 
 }  // namespace
