@@ -5,8 +5,6 @@
 #include "ColorGrade.hlsli"
 #include "Interpolants.hlsli"
 
-static const float kLargest = 3.0e38;
-
 // The frame's measures as they count at the moment.
 struct Chrome {
     float border;
@@ -31,10 +29,19 @@ Chrome ChromeInForce() {
     return chrome;
 }
 
-// A fill as what it adds to the colour below it and, last, how much of that it keeps. Without a window there is none.
+// A fill as what it adds to the colour below it and, last, how much of that it keeps, times the white scale. Without a
+// window there is none.
 float4 CoatOf(float4 fill) {
     const float alpha = all(WindowMetrics.xy > 0.0) ? saturate(fill.a) : 0.0;
-    return float4(alpha * fill.rgb, 1.0 - alpha);
+    return float4(alpha * fill.rgb, (1.0 - alpha) * SdrWhiteScale);
+}
+
+// A rectangle as its middle and half its sides, from corners in the window. Pixels whose numbers lie from `first` up to
+// but not on `last` have their middles in it: corners between two pixels move to the next one.
+float4 RectangleOf(float2 first, float2 last) {
+    const float2 from = ceil(first - WindowMetrics.zw);
+    const float2 to = ceil(last - WindowMetrics.zw);
+    return float4(0.5 * (from + to), 0.5 * (to - from));
 }
 
 void WriteBlitTerms(inout Interpolants result) {
@@ -48,17 +55,19 @@ void WriteBlitTerms(inout Interpolants result) {
     result.greenTerms = theme ? float4(grading.turn[1], grading.offset.g) : float4(none.xyz, FlatInteriorFill.g);
     result.blueTerms = theme ? float4(grading.turn[2], grading.offset.b) : float4(none.xyz, FlatInteriorFill.b);
 
-    // The limits of the graded colour (a background that isn't graded isn't limited either), the white scale, and the
-    // dither's width, 0 for none.
-    const float dither = UseThemeBackground < 1.5 ? 1.0 / 255.0 : 0.0;
-    result.levelTerms = float4(graded ? 0.0 : -kLargest, graded ? 1.0 : kLargest, SdrWhiteScale, dither);
-
-    // From a pixel's place in the image to that from the client rectangle's corners; the inner border's width; alpha's
-    // factor and what is added to it.
     const Chrome chrome = ChromeInForce();
-    result.edgeTerms = float4(WindowMetrics.zw - chrome.first, WindowMetrics.zw - chrome.last);
-    result.moreTerms = float4(chrome.border, theme ? 1.0 : 0.0, theme ? 0.0 : FlatInteriorFill.a, 0.0);
+    result.clientRectangle = RectangleOf(chrome.first, chrome.last);
+    result.innerRectangle = RectangleOf(chrome.first + chrome.border, chrome.last - chrome.border);
     result.titleCoat = CoatOf(TitleBarFill);
     result.frameCoat = CoatOf(FrameFill);
     result.borderCoat = CoatOf(InnerBorderColor);
+
+    // The client rectangle's upper and lower edge; whether the colour is graded (one that isn't isn't limited either);
+    // the dither's width, 0 for none.
+    const float4 client = result.clientRectangle;
+    const float dither = UseThemeBackground < 1.5 ? 1.0 / 255.0 : 0.0;
+    result.levelTerms = float4(client.y - client.w, client.y + client.w, graded ? 1.0 : 0.0, dither);
+
+    // Alpha's factor and what is added to it; what is kept of the colour where there is no coat.
+    result.alphaTerms = float4(theme ? 1.0 : 0.0, theme ? 0.0 : FlatInteriorFill.a, SdrWhiteScale, 0.0);
 }

@@ -11,7 +11,10 @@ static const float3x3 kRotation = {{0.4472136, 0.0, 0.8944272},
                                    {-0.4364358, -0.8728716, 0.2182179}};
 static const float3x3 kStep = kScale * kRotation;
 
-// How fast time moves each axis, wrapped into one turn for each octave, so that sines keep their digits.
+// Angles, and with them the whole domain, are counted in turns.
+static const float kWarpTurns = kWarp / kTurn;
+
+// How fast time moves each axis, in turns, wrapped into one for each octave, so that sines keep their digits.
 struct Phases {
     float3 octave[kOctaves];
 };
@@ -21,9 +24,8 @@ Phases PhasesAt(float time) {
     Phases phases;
     float frequency = kFirstFrequency;
     [unroll] for (int i = 0; i < kOctaves; ++i) {
-        const float3 phase = drift * frequency;
         // The bent domain is asked at f * (w - 2) + phase: what doesn't depend on the place goes in here.
-        phases.octave[i] = phase - 2.0 * kPi * floor(phase / (2.0 * kPi)) - 2.0 * frequency;
+        phases.octave[i] = frac(drift * (frequency / kTurn)) - 2.0 * frequency / kTurn;
         frequency *= kFrequencyGain;
     }
     return phases;
@@ -37,24 +39,16 @@ float SmallSine(float x) {
     return x * (0.999997648 + square * (-0.166652661 + square * (0.00831078135 - 0.000184897226 * square)));
 }
 
-float Ripple(float3 u) { return SmallSine(Sine(u.x + u.z) + 0.5 * Sine(2.0 * u.y)); }
+float Ripple(float3 u) { return SmallSine(TurnedSine(u.x + u.z) + 0.5 * TurnedSine(2.0 * u.y)); }
 
 // A ray along z moves only one of the three sines that bend the first octave; the other two are the same all along.
 struct Ray {
-    float2 place;  // x of the domain already scaled
-    float2 bent;   // y and z of the first octave's bend
+    float2 bent;  // x and y of the bent domain less the first one's bend
+    float depth;  // what bends z
 };
 
-Ray RayThrough(float2 surface, Phases phases) {
-    Ray ray;
-    ray.place = float2(0.6 * surface.x, surface.y);
-    ray.bent = kWarp * Sine(kFirstFrequency * ray.place + phases.octave[0].yz);
-    return ray;
-}
-
-// 0.25 * the octaves' sum + 0.5 at the depth z of a ray.
-float HeightOnRay(Ray ray, float z, Phases phases, float detail) {
-    float3 u = float3(ray.place, z) + float3(kWarp * Sine(kFirstFrequency * z + phases.octave[0].x), ray.bent);
+// 0.25 * the octaves' sum + 0.5 where the first octave's bent domain is u.
+float HeightOf(float3 u, Phases phases, float detail) {
     float sum = Ripple(u);
     float amplitude = 1.0;
     float frequency = kFirstFrequency;
@@ -62,15 +56,26 @@ float HeightOnRay(Ray ray, float z, Phases phases, float detail) {
         const float3 w = mul(kStep, u);
         frequency *= kFrequencyGain;
         amplitude *= kAmplitudeGain;
-        u = w + kWarp * Sine(frequency * w.zxy + phases.octave[i]);
+        u = w + kWarpTurns * TurnedSine(frequency * w.zxy + phases.octave[i]);
         sum += amplitude * OctaveWeight(i, detail) * Ripple(u);
     }
     return 0.25 * sum + 0.5;
 }
 
-// Signed distance to the surface, as good as the march needs it.
+Ray RayThrough(float2 surface, Phases phases) {
+    const float2 place = float2(0.6 * surface.x, surface.y) / kTurn;
+    const float2 bend = kWarpTurns * TurnedSine(float3(kFirstFrequency * place + phases.octave[0].yz, 0.0)).xy;
+    Ray ray;
+    ray.bent = float2(place.x, place.y + bend.x);
+    ray.depth = bend.y;
+    return ray;
+}
+
+// Signed distance to the surface at the depth z of a ray, as good as the march needs it.
 float DistanceOnRay(Ray ray, float z, Phases phases, float detail) {
-    return -1.6 * HeightOnRay(ray, z, phases, detail) - z;
+    const float turns = z / kTurn;
+    const float bend = kWarpTurns * TurnedSine(kFirstFrequency * turns + phases.octave[0].x);
+    return -1.6 * HeightOf(float3(ray.bent.x + bend, ray.bent.y, turns + ray.depth), phases, detail) - z;
 }
 
 float DistanceAt(float3 place, Phases phases, float detail) {
@@ -80,20 +85,20 @@ float DistanceAt(float3 place, Phases phases, float detail) {
 // The gradient of the octaves' sum in the domain, whose x is scaled: the derivatives of the bent domain are carried
 // along, a column for each axis.
 float3 GradientAt(float3 place, Phases phases, float detail) {
-    float3 w = float3(0.6 * place.x, place.y, place.z);
+    float3 w = float3(0.6 * place.x, place.y, place.z) / kTurn;
     float3x3 slope = {{1.0, 0.0, 0.0}, {0.0, 1.0, 0.0}, {0.0, 0.0, 1.0}};  // row: component of w; column: by which axis
     float3 gradient = 0.0;
     float amplitude = 1.0;
     float frequency = kFirstFrequency;
     [unroll] for (int i = 0; i < kOctaves; ++i) {
-        const float3 angle = frequency * w.zxy + phases.octave[i];
-        const float3 u = w + kWarp * Sine(angle);
-        const float3 bend = kWarp * frequency * Cosine(angle);
+        const float3 turns = frequency * w.zxy + phases.octave[i];
+        const float3 u = w + kWarpTurns * TurnedSine(turns);
+        const float3 bend = kWarp * frequency * TurnedSine(turns + 0.25);
         const float3x3 bent = {slope[0] + bend.x * slope[2], slope[1] + bend.y * slope[0],
                                slope[2] + bend.z * slope[1]};
-        const float outer = Cosine(Sine(u.x + u.z) + 0.5 * Sine(2.0 * u.y));
+        const float outer = Cosine(TurnedSine(u.x + u.z) + 0.5 * TurnedSine(2.0 * u.y));
         gradient += amplitude * OctaveWeight(i, detail) * outer *
-                    (Cosine(u.x + u.z) * (bent[0] + bent[2]) + Cosine(2.0 * u.y) * bent[1]);
+                    (TurnedSine(u.x + u.z + 0.25) * (bent[0] + bent[2]) + TurnedSine(2.0 * u.y + 0.25) * bent[1]);
         w = mul(kStep, u);
         slope = mul(kStep, bent);
         frequency *= kFrequencyGain;

@@ -33,10 +33,14 @@ float4 Fetch(float x, float y) { return SurfaceGrid.SampleLevel(LinearSampler, f
 
 float4 main(Interpolants input) : SV_TARGET {
     // Row 0 of the grid is the picture's lower edge.
-    const float2 pixel = float2(input.position.x, iResolution.y - input.position.y) - 0.5;
-    Taps taps = TapsAt(pixel / sampleSpacing);
-    taps.first /= gridDimensions;
-    taps.second /= gridDimensions;
+    const float2 pixel = float2(input.position.x, input.pictureTerms.y - input.position.y) - 0.5;
+    Taps taps = TapsAt(pixel * (1.0 / sampleSpacing));
+    // gridDimensions, for less than the reading of a constant.
+    uint2 grid;
+    SurfaceGrid.GetDimensions(grid.x, grid.y);
+    const float2 texel = 1.0 / float2(int2(grid));
+    taps.first *= texel;
+    taps.second *= texel;
     const float4 lower = taps.firstWeight.x * Fetch(taps.first.x, taps.first.y) +
                          taps.secondWeight.x * Fetch(taps.second.x, taps.first.y);
     const float4 upper = taps.firstWeight.x * Fetch(taps.first.x, taps.second.y) +

@@ -43,6 +43,28 @@ float3 Cosine(float3 x) {
     return -SineOfRest(x - (halfTurns + 0.5) * kPi, halfTurns);
 }
 
+// The sine of so many turns, right to 8e-6: a turn's whole number is all that has to be taken away. With r from -1/2 to
+// 1/2 it is odd in v = r (1/2 - |r|), and close to a parabola in it.
+static const float kTurn = 2.0 * kPi;
+float TurnedSine(float turns) {
+    const float r = turns - round(turns);
+    const float v = r * (0.5 - abs(r));
+    const float size = abs(v);
+    return v * (12.5688685 + size * (50.0248963 + size * 77.9392934));
+}
+float3 TurnedSine(float3 turns) {
+    const float3 r = turns - round(turns);
+    const float3 v = r * (0.5 - abs(r));
+    const float3 size = abs(v);
+    return v * (12.5688685 + size * (50.0248963 + size * 77.9392934));
+}
+// The same right to 8e-4.
+float3 RoughSine(float3 turns) {
+    const float3 r = turns - round(turns);
+    const float3 v = r * (0.5 - abs(r));
+    return v * (12.4371269 + 56.8184763 * abs(v));
+}
+
 // The sine to the last bit of a float or so. Hashes multiply a sine by thousands and keep what is behind the point: with
 // the sines that devices bring along, each would show other cells. Pi is taken away in three parts, of which the first
 // two have so few bits that their multiples are exact.

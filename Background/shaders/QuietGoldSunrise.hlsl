@@ -7,4 +7,4 @@
 
 #include "QuietGoldSunriseBody.hlsli"
 
-float4 main(Interpolants input) : SV_TARGET { return PaintSunrise(PixelPosition(input.position)); }
+float4 main(Interpolants input) : SV_TARGET { return PaintSunrise(input); }

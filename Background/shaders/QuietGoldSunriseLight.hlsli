@@ -1,25 +1,25 @@
-// The soft parts of "Quiet Gold Sunrise": the plane that everything lies on, the wash of light, the colour's turning, the
-// sun, and the grain.
+// The soft parts of "Quiet Gold Sunrise": the plane that everything lies on, the wash of light, the colour's turning,
+// the sun, and the grain. What time alone decides comes from the vertex program (QuietGoldSunriseTerms.hlsli).
+
+static const float kBinary = 1.44269504;  // exp(x) is exp2(kBinary x)
 
 float Bell(float2 offset, float2 sigma) {
-    const float2 scaled = offset / sigma;
-    return exp(-dot(scaled, scaled));
+    const float2 scaled = offset * (1.201122409 / sigma);  // the root of kBinary
+    return exp2(-dot(scaled, scaled));
 }
 
-// Where a point of the picture, u to the right and v upward from 0 to 1, lies in the slowly turning and swaying plane.
-// The plane's y runs downward.
-float2 SunrisePlace(float2 uv, float time) {
-    const float angle = 0.0144 * time + 0.4 * sin(0.0279 * time);
-    const float cosine = cos(angle);
-    const float sine = sin(angle);
+// Where a point of the picture, in pixels, y upward, lies in the slowly turning and swaying plane. The plane's y runs
+// downward.
+float2 SunrisePlace(float2 pixel, Interpolants terms) {
+    const float2 uv = pixel * terms.pixelTerms.xy;
     const float2 middle = float2(uv.x - 0.5, 0.5 - uv.y);
-    float2 place = float2(cosine * middle.x - sine * middle.y, sine * middle.x + cosine * middle.y);
-    place = place * (1.1 + 0.12 * sin(0.0243 * time)) + float2(0.6, 0.48);
-    place += float2(0.1 * sin(0.0306 * time), 0.09 * sin(0.0207 * time));
-    place.x += 0.18 * sin(0.0342 * time) * sin(3.8 * place.y + 0.0252 * time);
-    place.y += 0.08 * sin(0.027 * time) * sin(4.0 * place.x - 0.0153 * time);
-    place.x += 0.025 * sin(0.09 * time) * sin(2.6 * (1.0 - uv.y) + 0.3);
-    place.y += 0.012 * sin(0.0657 * time);
+    float2 place = float2(terms.sunriseTurn.y * middle.x - terms.sunriseTurn.x * middle.y,
+                          terms.sunriseTurn.x * middle.x + terms.sunriseTurn.y * middle.y) +
+                   terms.sunriseTurn.zw;
+    place.x += terms.sunriseWarp.x * TurnedSine(3.8 / kTurn * place.y + terms.sunriseWarp.y);
+    place.y += terms.sunriseWarp.z * TurnedSine(4.0 / kTurn * place.x + terms.sunriseWarp.w);
+    place.x += terms.sunriseDrift.x * TurnedSine(2.9 / kTurn - 2.6 / kTurn * uv.y);
+    place.y += terms.sunriseDrift.y;
     return place;
 }
 
@@ -38,52 +38,49 @@ float3 BaseWash(float2 place) {
 }
 
 // A warm place that comes and goes, taking light away half of the time.
-float3 BreathingBlot(float2 place, float time) {
-    const float2 center = float2(0.88 + 0.025 * sin(0.09 * time), 0.38);
-    return sin(0.1035 * time) * Bell(place - center, float2(0.17, 0.3)) * float3(0.055, 0.038, 0.012);
+float3 BreathingBlot(float2 place, Interpolants terms) {
+    const float2 center = float2(terms.sunriseDrift.z, 0.38);
+    return terms.sunriseDrift.w * Bell(place - center, float2(0.17, 0.3)) * float3(0.055, 0.038, 0.012);
 }
 
 // Turns the colour about the grey axis, a little differently from place to place.
-float3 TwistColor(float3 color, float2 place, float time) {
-    const float turns = 0.0035 * time + 0.09 * sin(0.0198 * time) * sin(2.3 * place.y + place.x);
-    const float cosine = cos(6.283185 * turns);
-    const float sine = sin(6.283185 * turns);
-    const float3 axis = float3(0.5773503, 0.5773503, 0.5773503);
-    const float3 along = axis * dot(axis, color);
-    return saturate(cosine * color + sine * cross(axis, color) + (1.0 - cosine) * along);
+float3 TwistColor(float3 color, float2 place, Interpolants terms) {
+    const float turns =
+        terms.sunriseTwist.x + terms.sunriseTwist.y * TurnedSine(2.3 / kTurn * place.y + 1.0 / kTurn * place.x);
+    const float grey = (color.r + color.g + color.b) * 0.3333333333;
+    const float3 across = 0.5773503 * (color.brg - color.gbr);  // the cross product with the axis
+    return saturate(grey + TurnedSine(turns + 0.25) * (color - grey) + TurnedSine(turns) * across);
 }
 
-// The edge that the sun climbs along.
-float SunEdge(float y, float time) {
-    return 0.48 + 0.175 * y - 0.26 * y * y + 0.045 * sin(1.4 + 0.0522 * time) * sin(2.8 * y + 0.35) - 0.067 -
-           0.014 * sin(3.2 * y + 1.0);
-}
-
-// The sun's light on its edge and around it. `pixel` is the width of a pixel.
-float3 SunLight(float2 place, float time, float pixel) {
-    const float height = 0.4 + 0.2 * sin(0.0216 * time);
-    const float2 fromSun = place - float2(SunEdge(height, time), height);
+// The sun's light on its edge and around it.
+float3 SunLight(float2 place, Interpolants terms) {
+    const float4 sun = terms.sunriseSun;
+    const float2 fromSun = place - sun.yx;
     const float square = dot(fromSun, fromSun);
-    const float aside = abs(place.x - SunEdge(place.y, time));
-    float along = (place.y - 0.43) * 1.176471;
+    const float y = place.y;
+    const float edgeX = 0.413 + y * (0.175 - 0.26 * y) + sun.z * TurnedSine(2.8 / kTurn * y + 0.35 / kTurn) -
+                        0.014 * TurnedSine(3.2 / kTurn * y + 1.0 / kTurn);
+    const float aside = kBinary * abs(place.x - edgeX);
+    float along = (y - 0.43) * 1.176471;
     along *= along;
-    const float edge = exp(-along * along);
-    const float around = (place.y - height) * 4.545455;
-    const float nearSun = exp(-around * around);
-    float3 light = exp(-aside / 0.014) * (0.3 + 0.7 * nearSun) * edge * float3(1.0, 0.16, 0.025);
-    light += exp(-aside / max(0.7 * pixel, 0.0012)) * (1.2 + 2.0 * nearSun) * edge * float3(1.0, 0.48, 0.13);
-    light += exp(-125.0 * square) * float3(1.8, 0.54, 0.081);
-    return light + exp(-1538.46 * square) * float3(7.0, 5.32, 2.52);
+    const float around = (y - sun.x) * 4.545455;
+    const float nearSun = exp2(-kBinary * around * around);
+    const float edge = exp2(-kBinary * along * along);
+    const float soft = exp2(aside * (-1.0 / 0.014)) * (0.3 + 0.7 * nearSun) * edge;
+    const float sharp = exp2(-aside / max(0.7 * terms.pixelTerms.x, 0.0012)) * (1.2 + 2.0 * nearSun) * edge;
+    return soft * float3(1.0, 0.16, 0.025) + sharp * float3(1.0, 0.48, 0.13) +
+           exp2(-125.0 * kBinary * square) * float3(1.8, 0.54, 0.081) +
+           exp2(-1538.46 * kBinary * square) * float3(7.0, 5.32, 2.52);
 }
 
 // Film grain, -1 to 1: another at every pixel, every sixtieth of a second and every frame.
-float Grain(float2 pixel, float time, int frame) {
-    uint hash = 1973u * (uint)(int)pixel.x + 9277u * (uint)(int)pixel.y + 104729u * (uint)(int)floor(60.0 * time) +
-                26699u * (uint)frame;
+float Grain(float2 pixel, Interpolants terms) {
+    const uint seed = uint(int(terms.pixelTerms.z)) + (uint(int(terms.pixelTerms.w)) << 16);
+    uint hash = 1973u * uint(int(pixel.x)) + 9277u * uint(int(pixel.y)) + seed;
     hash ^= hash >> 16;
     hash *= 0x7FEB352Du;
     hash ^= hash >> 15;
     hash *= 0x846CA68Bu;
     hash ^= hash >> 16;
-    return float(hash >> 8) * 1.192093e-07 - 1.0;
+    return float(int(hash >> 8)) * 1.192093e-07 - 1.0;
 }

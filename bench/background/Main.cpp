@@ -96,14 +96,12 @@ std::vector<Scenario> ScenariosFor(const Options& options, std::uint32_t width, 
 KindResult MeasureKind(BareLoop& bare, ToolkitLoop& toolkit, const Scenario& scenario, double seconds) {
     bare.Prepare(scenario);
     toolkit.Prepare(scenario);
-    KindResult result;
-    result.scenario = scenario;
-    result.stage = Measure(seconds, [&] { bare.DrawStage(); });
-    result.blit = Measure(seconds, [&] { bare.DrawBlit(); });
-    result.bareFrame = Measure(seconds, [&] { bare.DrawFrame(); });
-    result.frame = Measure(seconds, [&] { toolkit.DrawFrame(); });
-    result.copy = Measure(seconds, [&] { bare.DrawCopy(); });
-    return result;
+    const std::array<std::function<void()>, 5> works = {
+        [&] { bare.DrawStage(); },    [&] { bare.DrawBlit(); }, [&] { bare.DrawFrame(); },
+        [&] { toolkit.DrawFrame(); }, [&] { bare.DrawCopy(); },
+    };
+    const auto timings = MeasureInTurn(seconds, works);
+    return {scenario, timings[0], timings[1], timings[2], timings[3], timings[4]};
 }
 
 int Run(const Options& options) {

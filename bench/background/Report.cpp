@@ -20,8 +20,9 @@ void PrintLine(const KindResult& result) {
     if (scenario.spacing != 0) std::printf(", spacing %d", scenario.spacing);
     std::printf(")\n");
     const auto line = [&](const char* name, const Timing& timing) {
-        std::printf("  %-16s median %8.2f ms  95%% %8.2f ms  cpu %8.2f ms  %6.2f copies\n", name, timing.median,
-                    timing.slow, timing.cpu, timing.median / result.copy.median);
+        std::printf("  %-16s median %8.2f ms  95%% %8.2f ms  cpu %8.2f ms  %6.2f copies, %6.2f by cpu\n", name,
+                    timing.median, timing.slow, timing.cpu, timing.median / result.copy.median,
+                    timing.cpu / result.copy.cpu);
     };
     line("copy", result.copy);
     line("stage", result.stage);

@@ -14,7 +14,7 @@ struct KindResult {
     Timing blit;       ///< The blit alone, bare.
     Timing bareFrame;  ///< Both, bare.
     Timing frame;      ///< Both through the toolkit.
-    Timing copy;       ///< The yardstick, taken right after.
+    Timing copy;       ///< The yardstick.
 };
 
 struct SizeResult {

@@ -2,6 +2,8 @@
 #pragma once
 
 #include <functional>
+#include <span>
+#include <vector>
 
 namespace BackgroundBench {
 
@@ -12,7 +14,9 @@ struct Timing {
     double cpu = 0.0;   ///< Mean processor time of the whole process, all threads.
 };
 
-/// Runs `once` until about `seconds` have passed, at least nine times, after two runs that don't count.
-Timing Measure(double seconds, const std::function<void()>& once);
+/// Runs each of `works` in turn until about `seconds` have passed for each, at least nine times, after two rounds that
+/// don't count; one timing for each. What else the machine does meanwhile then falls on all of them alike, so that
+/// their ratios hold.
+std::vector<Timing> MeasureInTurn(double seconds, std::span<const std::function<void()>> works);
 
 }  // namespace BackgroundBench

@@ -4,6 +4,6 @@
 #include "../../../../Background/shaders/CyberspaceField.hlsli"
 
 float4 main(Interpolants input) : SV_TARGET {
-    const HexagonCell cell = FindHexagon(FieldPlace(PixelPosition(input.position), iResolution.xy, iTime));
-    return float4(cell.id, FindFace(cell.local).number, Hash(20.0 * cell.id));
+    const HexagonCell cell = FindHexagon(FieldPointAt(PixelPosition(input), iResolution.xy, iTime).place);
+    return float4(cell.id, FaceNumber(cell.local), Hash(20.0 * cell.id));
 }

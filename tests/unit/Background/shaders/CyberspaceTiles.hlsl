@@ -5,9 +5,10 @@
 #include "../../../../Background/shaders/CyberspaceField.hlsli"
 
 float4 main(Interpolants input) : SV_TARGET {
-    const HexagonCell cell = FindHexagon(FieldPlace(PixelPosition(input.position), iResolution.xy, iTime));
+    const HexagonCell cell = FindHexagon(FieldPointAt(PixelPosition(input), iResolution.xy, iTime).place);
     const CubeFace face = FindFace(cell.local);
-    const float2 tile = floor(kFaceGrid * face.position);
+    const float2 position = frac(FacePosition(face, cell.local));
+    const float2 tile = floor(kFaceGrid * position);
     const float random = Hash(20.0 * cell.id);
-    return float4(face.position, BlockHeight(tile, random, face.number, iTime), random);
+    return float4(position, BlockHeight(tile, random, face.number, iTime), random);
 }

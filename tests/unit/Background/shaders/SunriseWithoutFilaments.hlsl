@@ -3,8 +3,8 @@
 
 #include "../../../../Background/shaders/QuietGoldSunriseLight.hlsli"
 
-float3 Filaments(float3 color, float2 place, float pixel) { return color; }
+float3 Filaments(float3 color, float2 place, Interpolants terms) { return color; }
 
 #include "../../../../Background/shaders/QuietGoldSunriseBody.hlsli"
 
-float4 main(Interpolants input) : SV_TARGET { return PaintSunrise(PixelPosition(input.position)); }
+float4 main(Interpolants input) : SV_TARGET { return PaintSunrise(input); }
