@@ -79,6 +79,8 @@ void Batch::Await() {
     if (state_ == State::Submitted) {
         Check(vkWaitForFences(device_.Handle(), 1, &fence_, VK_TRUE, UINT64_MAX));
         Check(vkResetFences(device_.Handle(), 1, &fence_));
+        // What this life had no use for, the next one can do without.
+        if (block_ + 1 < memory_.size()) memory_.resize(block_ + 1);
     }
     state_ = State::Idle;
     Check(vkResetCommandPool(device_.Handle(), pool_, 0));
@@ -91,16 +93,30 @@ void Batch::Await() {
 }
 
 HostSlice Batch::Reserve(VkDeviceSize size, VkDeviceSize alignment) {
-    for (;; ++block_, used_ = 0) {
+    for (;;) {
         if (block_ == memory_.size())
             memory_.push_back(
                 std::make_unique<HostBuffer>(device_, std::max(size, blockSize), HostBuffer::Access::Write));
         const VkDeviceSize offset = (used_ + alignment - 1) / alignment * alignment;
         HostBuffer& block = *memory_[block_];
-        if (offset + size > block.Size()) continue;
-        used_ = offset + size;
-        return {block.Handle(), offset, block.Data() + offset};
+        if (offset + size <= block.Size()) {
+            used_ = offset + size;
+            return {block.Handle(), offset, block.Data() + offset};
+        }
+        if (used_ > 0) {
+            ++block_;
+            used_ = 0;
+        } else {
+            // Too small and not in use: a picture that grows with its window would leave one behind at every size.
+            memory_.erase(memory_.begin() + static_cast<std::ptrdiff_t>(block_));
+        }
     }
+}
+
+VkDeviceSize Batch::HeldBytes() const noexcept {
+    VkDeviceSize bytes = 0;
+    for (const auto& block : memory_) bytes += block->Size();
+    return bytes;
 }
 
 void Batch::AddDescriptorPool() {

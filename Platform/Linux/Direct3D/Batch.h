@@ -27,6 +27,8 @@ public:
 
     void Keep(std::shared_ptr<const void> object) { kept_.push_back(std::move(object)); }
     HostSlice Reserve(VkDeviceSize size, VkDeviceSize alignment);
+    /// Of the memory behind Reserve, in use or kept for the next life.
+    VkDeviceSize HeldBytes() const noexcept;
     VkDescriptorSet MakeDescriptorSet(VkDescriptorSetLayout layout);
 
 private:

@@ -67,6 +67,11 @@ bool LeftPressPlace(POINT start, POINT place) {
     return std::abs(place.x - start.x) > tolerance || std::abs(place.y - start.y) > tolerance;
 }
 
+/// What else a request of _NET_WM_MOVERESIZE says.
+constexpr std::uint32_t kCancel = 11;  // in place of a direction
+constexpr std::uint32_t kLeftButton = 1;
+constexpr std::uint32_t kApplication = 1;
+
 void Start(SizeMove& move) {
     const Window& window = *move.window;
     const Connection& x = window.x->Input();
@@ -77,11 +82,9 @@ void Start(SizeMove& move) {
     if (managed) {
         // The press gave the pointer to us; the manager can't take it before we let go.
         xcb_ungrab_pointer(x.Get(), XCB_CURRENT_TIME);
-        static constexpr std::uint32_t leftButton = 1;
-        static constexpr std::uint32_t application = 1;
         x.TellManager(window.x->Id(), x[Atom::NetWmMoveResize],
                       {static_cast<std::uint32_t>(move.start.x), static_cast<std::uint32_t>(move.start.y),
-                       Direction(move.grip), leftButton, application});
+                       Direction(move.grip), kLeftButton, kApplication});
     }
     CallProcedure(handle, WM_ENTERSIZEMOVE, 0, 0);
 }
@@ -115,6 +118,14 @@ bool DriveSizeMove(UiThread& thread, POINT place) {
 void EndSizeMove(UiThread& thread) {
     if (!thread.sizeMove) return;
     const SizeMove ended = *std::exchange(thread.sizeMove, std::nullopt);
+    if (ended.driver == SizeMove::Driver::Manager) {
+        // A manager that took the pointer after the button was up would wait for a release that is past, and the window
+        // would hang on the pointer. One that has seen the release has nothing left to cancel.
+        const Connection& x = ended.window->x->Input();
+        x.TellManager(ended.window->x->Id(), x[Atom::NetWmMoveResize],
+                      {static_cast<std::uint32_t>(thread.pointer.x), static_cast<std::uint32_t>(thread.pointer.y),
+                       kCancel, kLeftButton, kApplication});
+    }
     if (ended.driver != SizeMove::Driver::Waiting) CallProcedure(ended.window->handle, WM_EXITSIZEMOVE, 0, 0);
 }
 

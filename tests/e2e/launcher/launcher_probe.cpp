@@ -2,12 +2,9 @@
 // environment variable VELORINTH_NODES names, whenever that has changed. The file is always whole.
 
 #include "launcher/Entry/Entry.h"
+#include "launcher/Entry/ToolkitSystem.h"
 #include "launcher/LauncherScene/LauncherScene.h"
 #include "tools/scene_shot/NodesJson.h"
-
-#include "Background/BackgroundRenderer.h"
-#include "Core/Toolkit.h"
-#include "Window/FrameWindow.h"
 
 #include <cstdio>
 #include <cstdlib>
@@ -40,27 +37,8 @@ private:
     std::string told_;
 };
 
-struct ToldSystem {
-    using BackgroundRenderer = Tamborel::BackgroundRenderer;
-    using FrameWindow = Tamborel::FrameWindow;
-    using LauncherScene = ToldScene;
-
-    static void SetDpiAwareness() { SetProcessDpiAwarenessContext(DPI_AWARENESS_CONTEXT_PER_MONITOR_AWARE_V2); }
-    static HRESULT Initialize() { return Tamborel::Initialize(); }
-    static std::wstring CommandLine() { return GetCommandLineW(); }
-    static void WaitForWindows() { Tamborel::WaitForWindows(); }
-    static void Shutdown() { Tamborel::Shutdown(); }
-
-    static std::optional<RECT> PrimaryWorkArea() {
-        MONITORINFO info{};
-        info.cbSize = sizeof info;
-        if (!GetMonitorInfoW(MonitorFromPoint({0, 0}, MONITOR_DEFAULTTOPRIMARY), &info)) return std::nullopt;
-        return info.rcWork;
-    }
-};
-
 }  // namespace
 
 int WINAPI wWinMain(HINSTANCE instance, HINSTANCE, LPWSTR, int showCommand) {
-    return static_cast<int>(RunLauncher<ToldSystem>(instance, showCommand));
+    return static_cast<int>(RunLauncher<ToolkitSystem<ToldScene>>(instance, showCommand));
 }

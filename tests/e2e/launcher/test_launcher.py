@@ -1,178 +1,12 @@
 """The launcher as a player uses it: from the first start to the end of the game, on a desktop with a window manager and
 the folder chooser of the portal, with the stand-in engine under Wine."""
 
-import json
-import subprocess
 import unittest
 
-from desktop import Desktop
-from screen import Teller
-from support import ALREADY_RUNNING, BIN, LAUNCHED, VERIFIED, WineWorld, link_or_copy, wait_until
-from test_launcher_scene import Flags, difference
-
-TITLE = "Velorinth Launcher for Quake II"
-GAME_TITLE = "Quake II (stand-in)"
-CHOOSER_TITLE = "Select the classic Quake II folder containing quake2.exe"
-
-NOTHING_FOUND = "No classic Quake II installation found. Use Browse for game."
-NOT_THERE = "Quake II was not found in this folder (quake2.exe is missing)."
-CHOOSING = "Choose your Quake II folder…"
-CANCELLED = "Folder selection cancelled."
-INSTALLING = "Installing the selected driver and starting Quake II…"
-CLOSED = "Quake II closed."
-
-# Upper left corners on the canvas, of the buttons without a word on them.
-KVR2_CARD, KVR_CARD, RESOLUTION, FULLSCREEN = (37, 425), (421, 425), (37, 605), (432, 611)
-
-# Seconds: for a reaction of the screen, for a program to come up, for the game under Wine.
-REACTION, START, GAME = 15, 30, 60
-
-FOREVER = 4294967295
-
-
-class LauncherTest(WineWorld):
-    CHOOSER_OPENS_AT = None
-
-    def setUp(self):
-        super().setUp()
-        self.desktop = Desktop(dialogs_open_at=self.CHOOSER_OPENS_AT)
-        self.addCleanup(self.desktop.close)
-        for name in ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"):
-            self.environment[name] = self.desktop.environment[name]
-        self.user = Teller("display_user", self.desktop.environment)
-        self.addCleanup(self.user.end)
-        link_or_copy(BIN / "launcher_probe", self.launcher / "launcher_probe")
-        self.nodes_file = self.root / "nodes.json"
-        self.process = self.window = None
-
-    # The launcher's life.
-
-    def start_launcher(self):
-        self.nodes_file.unlink(missing_ok=True)
-        self.process = subprocess.Popen(
-            [self.launcher / "launcher_probe"], cwd=self.root, stdin=subprocess.DEVNULL,
-            env={**self.environment, "VELORINTH_NODES": str(self.nodes_file)})
-        self.addCleanup(self.process.wait)
-        self.addCleanup(self.process.kill)
-        self.window = self.window_named(TITLE, START)
-        wait_until(self.nodes_file.exists, "the launcher's first screen", START)
-
-    def close_launcher(self):
-        """By the button in the title bar."""
-        self.activate(self.window)
-        place = self.user.ask("where", self.window)
-        self.press(place["x"] + place["width"] - 30, place["y"] + 18)
-        try:
-            self.assertEqual(self.process.wait(START), 0)
-        except subprocess.TimeoutExpired:
-            self.fail(f"the launcher is still there {START} s after its close button was clicked")
-
-    # What lies on the desktop.
-
-    def windows(self, title):
-        pattern = "^" + title.replace("(", "\\(").replace(")", "\\)") + "$"
-        return [int(line) for line in
-                self.desktop.run("xdotool", "search", "--onlyvisible", "--name", pattern).split() if line.isdigit()]
-
-    def window_named(self, title, seconds):
-        return wait_until(lambda: self.windows(title), f'a window "{title}"', seconds)[0]
-
-    def activate(self, window):
-        self.desktop.run("xdotool", "windowactivate", "--sync", window)
-
-    def press(self, x, y):
-        self.user.ask("move", x, y)
-        self.user.ask("press", 1)
-        self.user.ask("release", 1)
-
-    # The screen.
-
-    def nodes(self):
-        return json.loads(self.nodes_file.read_text(encoding="utf-8"))["nodes"]
-
-    def shows(self, flags, what, seconds=REACTION):
-        """Waits until the whole screen is as it is to be in that state."""
-        wrong = None
-
-        def right():
-            nonlocal wrong
-            self.assertIsNone(self.process.poll(), "the launcher has ended")
-            wrong = difference(self.nodes(), flags)
-            return wrong is None
-
-        try:
-            wait_until(right, what, seconds)
-        except AssertionError as failure:
-            words = [node.get("text") or node.get("label") for node in self.nodes()]
-            raise AssertionError(f"{what}: {failure}: {wrong}; on the screen: {list(filter(None, words))}") from None
-
-    def click(self, what):
-        """On the middle of a button, given by its label or its corner."""
-        buttons = [node for node in self.nodes() if node["type"] == "Button"
-                   and what in (node["label"], tuple(node["rect"][:2]))]
-        self.assertEqual(len(buttons), 1, f"buttons {what}")
-        left, top, right, bottom = buttons[0]["rect"]
-        m11, _, _, m22, dx, dy = buttons[0]["worldTransform"]
-        place = self.user.ask("where", self.window)
-        self.press(place["x"] + round((left + right) / 2 * m11 + dx), place["y"] + round((top + bottom) / 2 * m22 + dy))
-
-    def settings(self):
-        return self.console("settings", timeout=START).line
-
-    def remember(self, *settings):
-        self.assertEqual(self.console("settings", "--folder", self.game, *settings, timeout=START).status, 0)
-
-    # The game.
-
-    def end_game(self):
-        """By the key that its window names."""
-        window = self.window_named(GAME_TITLE, GAME)
-
-        def ended():
-            self.desktop.run("xdotool", "windowactivate", window, "key", "Escape")
-            return not self.windows(GAME_TITLE)
-
-        wait_until(ended, "the game's window goes", GAME)
-
-    # The folder chooser.
-
-    def choose_shown(self):
-        """The folder that the chooser opened at, by its button, which is greyed out until that has been read."""
-        window = self.window_named(CHOOSER_TITLE, START)
-
-        def chosen():
-            geometry = dict(line.split("=") for line in
-                            self.desktop.run("xdotool", "getwindowgeometry", "--shell", window).split() if "=" in line)
-            if "WIDTH" in geometry:
-                self.desktop.run("xdotool", "windowactivate", "--sync", window, "mousemove", "--window", window,
-                                 int(geometry["WIDTH"]) - 60, int(geometry["HEIGHT"]) - 24, "click", "1")
-            return not self.windows(CHOOSER_TITLE)
-
-        wait_until(chosen, "the folder chooser takes the folder it shows", START)
-
-    def type_folder(self, folder):
-        window = self.window_named(CHOOSER_TITLE, START)
-
-        def chosen():
-            self.desktop.run("xdotool", "windowactivate", "--sync", window, "key", "alt+Home", "ctrl+l")
-            self.desktop.run("xdotool", "type", "--delay", "5", folder)
-            self.desktop.run("xdotool", "key", "Return")
-            try:
-                wait_until(lambda: not self.windows(CHOOSER_TITLE), "the folder chooser goes", 3)
-            except AssertionError:
-                return False
-            return True
-
-        wait_until(chosen, f"the folder chooser takes {folder}", START)
-
-    def cancel(self):
-        window = self.window_named(CHOOSER_TITLE, START)
-
-        def gone():
-            self.desktop.run("xdotool", "windowactivate", "--sync", window, "key", "Escape")
-            return not self.windows(CHOOSER_TITLE)
-
-        wait_until(gone, "the folder chooser goes", START)
+from player import (CANCELLED, CHOOSER_TITLE, CHOOSING, CLOSED, FOREVER, FULLSCREEN, GAME, GAME_TITLE, INSTALLING,
+                    KVR2_CARD, KVR_CARD, NOT_THERE, NOTHING_FOUND, REACTION, RESOLUTION, START, LauncherTest)
+from support import ALREADY_RUNNING, LAUNCHED, VERIFIED, wait_until
+from test_launcher_scene import Flags
 
 
 class FirstDay(LauncherTest):
@@ -232,7 +66,7 @@ class FirstDay(LauncherTest):
         self.window_named(GAME_TITLE, GAME)
 
         # Nothing answers meanwhile; and what is done afterwards shows that all of it has been delivered.
-        self.activate(self.window)
+        self.activate()
         for control in ("Find automatically", "Browse for game…", KVR2_CARD, RESOLUTION, FULLSCREEN, "Game running"):
             self.click(control)
             self.shows(flags, f"the running game after a click on {control}")
@@ -260,7 +94,7 @@ class CloseAndReturn(LauncherTest):
         self.start_launcher()
         flags.running, flags.status = False, ""
         self.shows(flags, "the launcher anew")
-        self.activate(self.window)
+        self.activate()
         self.click("Launch with KVR2 ↗")
         flags.status = ALREADY_RUNNING
         self.shows(flags, "the refusal", GAME)
@@ -290,7 +124,7 @@ class Browse(LauncherTest):
 
         self.browse(flags)
         # The choices are open meanwhile.
-        self.activate(self.window)
+        self.activate()
         self.click(KVR_CARD)
         flags.modern = False
         self.shows(flags, "the other driver while the chooser is open")
@@ -326,7 +160,7 @@ class Browse(LauncherTest):
         self.close_launcher()
 
     def browse(self, flags):
-        self.activate(self.window)
+        self.activate()
         self.click("Browse for game…")
         flags.checking, flags.message = True, CHOOSING
         self.shows(flags, "the folder being chosen")
@@ -335,6 +169,46 @@ class Browse(LauncherTest):
         flags.checking = False
         flags.__dict__.update(changes)
         self.shows(flags, f"the chooser's answer, {changes['message']}", START)
+
+    # The folder chooser.
+
+    def choose_shown(self):
+        """The folder that the chooser opened at, by its button, which is greyed out until that has been read."""
+        window = self.window_named(CHOOSER_TITLE, START)
+
+        def chosen():
+            geometry = dict(line.split("=") for line in
+                            self.desktop.run("xdotool", "getwindowgeometry", "--shell", window).split() if "=" in line)
+            if "WIDTH" in geometry:
+                self.desktop.run("xdotool", "windowactivate", "--sync", window, "mousemove", "--window", window,
+                                 int(geometry["WIDTH"]) - 60, int(geometry["HEIGHT"]) - 24, "click", "1")
+            return not self.windows(CHOOSER_TITLE)
+
+        wait_until(chosen, "the folder chooser takes the folder it shows", START)
+
+    def type_folder(self, folder):
+        window = self.window_named(CHOOSER_TITLE, START)
+
+        def chosen():
+            self.desktop.run("xdotool", "windowactivate", "--sync", window, "key", "alt+Home", "ctrl+l")
+            self.desktop.run("xdotool", "type", "--delay", "5", folder)
+            self.desktop.run("xdotool", "key", "Return")
+            try:
+                wait_until(lambda: not self.windows(CHOOSER_TITLE), "the folder chooser goes", 3)
+            except AssertionError:
+                return False
+            return True
+
+        wait_until(chosen, f"the folder chooser takes {folder}", START)
+
+    def cancel(self):
+        window = self.window_named(CHOOSER_TITLE, START)
+
+        def gone():
+            self.desktop.run("xdotool", "windowactivate", "--sync", window, "key", "Escape")
+            return not self.windows(CHOOSER_TITLE)
+
+        wait_until(gone, "the folder chooser goes", START)
 
 
 if __name__ == "__main__":

@@ -73,9 +73,10 @@ class Desktop:
     """Everything lies in a private folder and ends with this object, processes that left their parents included: the
     Python process becomes the parent of its orphans. One desktop at a time in a process."""
 
-    def __init__(self, portal=True, dialogs_open_at=None):
+    def __init__(self, portal=True, dialogs_open_at=None, manager_rules=None):
         """`portal`: whether the bus has one. `dialogs_open_at`: a folder below the home folder, made here, at which the
-        desktop opens file dialogs by its own choice."""
+        desktop opens file dialogs by its own choice. `manager_rules`: the window manager's configuration, in place of
+        its usual one."""
         ctypes.CDLL(None, use_errno=True).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="velorinth-desktop-"))
         self.home = self.folder / "home"
@@ -84,7 +85,7 @@ class Desktop:
         try:
             self._start_display()
             self._start_bus(portal, dialogs_open_at)
-            self._start_window_manager()
+            self._start_window_manager(manager_rules)
         except BaseException:
             self.close()
             raise
@@ -164,10 +165,15 @@ class Desktop:
                               cwd=directory)
         wait_for(socket.exists, "the bus's socket")
 
-    def _start_window_manager(self):
+    def _start_window_manager(self, rules):
         # Its announcement on the root window comes before it is ready: windows mapped in between stay unmapped.
         ready = self.folder / "openbox.ready"
-        self.start("openbox", "openbox", "--sm-disable", "--startup", f"touch {ready}")
+        options = []
+        if rules:
+            file = self.folder / "openbox.xml"
+            file.write_text(rules)
+            options = ["--config-file", file]
+        self.start("openbox", "openbox", "--sm-disable", *options, "--startup", f"touch {ready}")
         wait_for(ready.exists, "the window manager")
 
     def run(self, *command, check=False):
@@ -186,6 +192,13 @@ class Desktop:
         return "\n".join(f"== {log.name}\n{log.read_text(errors='replace')}"
                          for log in sorted(self.folder.glob("*.log")))
 
+    def reap(self, but=()):
+        """Lets go of the orphans that have ended. Of other children of this Python process too, if they are not `but`
+        kept."""
+        ours = {process.pid for process in self.started if process.returncode is None}
+        for process in set(children(os.getpid())) - ours - set(but):
+            os.waitpid(process, os.WNOHANG)
+
     def close(self):
         deadline = time.monotonic() + 20
         while True:  # Until none is left: a process may have started another before its end.
@@ -201,9 +214,7 @@ class Desktop:
                     os.kill(process, signal.SIGKILL)
                 except ProcessLookupError:
                     pass
-            ours = {process.pid for process in self.started if process.returncode is None}
-            for process in set(children(os.getpid())) - ours:
-                os.waitpid(process, os.WNOHANG)
+            self.reap()
             time.sleep(0.01)
         for process in self.started:
             if process.stdout:

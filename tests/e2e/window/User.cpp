@@ -82,6 +82,25 @@ Place User::Where(xcb_window_t window) {
     return {originReply->dst_x, originReply->dst_y, sizeReply->width, sizeReply->height};
 }
 
+bool User::Exists(xcb_window_t window) {
+    return Reply<xcb_get_geometry_reply_t>(
+               xcb_get_geometry_reply(x_.get(), xcb_get_geometry(x_.get(), window), nullptr)) != nullptr;
+}
+
+Place User::Screen() const {
+    return {0, 0, screen_->width_in_pixels, screen_->height_in_pixels};
+}
+
+void User::Arrange(xcb_window_t window, Place place) {
+    const std::array<std::uint32_t, 4> values{static_cast<std::uint32_t>(place.x), static_cast<std::uint32_t>(place.y),
+                                              static_cast<std::uint32_t>(place.width),
+                                              static_cast<std::uint32_t>(place.height)};
+    xcb_configure_window(x_.get(), window,
+                         XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y | XCB_CONFIG_WINDOW_WIDTH | XCB_CONFIG_WINDOW_HEIGHT,
+                         values.data());
+    Settle();
+}
+
 Picture User::See(Place part) {
     const int left = std::max(0, part.x);
     const int top = std::max(0, part.y);

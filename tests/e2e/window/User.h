@@ -44,6 +44,11 @@ public:
 
     /// Where a window lies on the screen.
     Place Where(xcb_window_t window);
+    bool Exists(xcb_window_t window);
+    /// The whole screen.
+    Place Screen() const;
+    /// Asks for another place; who manages the windows decides.
+    void Arrange(xcb_window_t window, Place place);
     /// A part of the screen as it is seen, cut to the screen.
     Picture See(Place part);
 

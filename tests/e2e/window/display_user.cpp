@@ -1,9 +1,11 @@
 // The hands and eyes of a person at a display: reads commands, one a line, and answers each with one line of JSON.
 //
 //   move X Y | press BUTTON | release BUTTON | key CODE down|up
+//   storm WINDOW SEED EVENTS | arrange WINDOW X Y WIDTH HEIGHT
 //   where WINDOW | look WINDOW | picture FILE X Y WIDTH HEIGHT | pixel X Y
 //   cursor | shape NAME | cover X Y WIDTH HEIGHT | destroy WINDOW
 //   resources TEXT | states WINDOW | minimum WINDOW | count | manager
+#include "Storm.h"
 #include "User.h"
 
 #include <fstream>
@@ -62,6 +64,12 @@ Place ReadPlace(std::istream& words) {
     return place;
 }
 
+std::string StormText(const StormCounts& counts) {
+    std::ostringstream text;
+    text << R"("moves":)" << counts.moves << R"(,"buttons":)" << counts.buttons << R"(,"keys":)" << counts.keys;
+    return text.str();
+}
+
 std::string Answer(User& user, const std::string& command, std::istream& words) {
     if (command == "picture") {
         std::string file;
@@ -99,6 +107,13 @@ std::string Answer(User& user, const std::string& command, std::istream& words) 
         std::string list;
         for (const std::string& state : user.StatesOf(window)) list += (list.empty() ? "" : ",") + Quoted(state);
         return R"("states":[)" + list + "]";
+    }
+    if (command == "arrange") return user.Arrange(window, ReadPlace(words)), "";
+    if (command == "storm") {
+        std::uint64_t seed = 0;
+        int events = 0;
+        words >> seed >> events;
+        return StormText(Storm(user, seed, events, window));
     }
     if (command == "key") {
         std::string direction;

@@ -134,6 +134,36 @@ TEST_F(ManagerTest, TheManagerResizesTheWindowBetweenTheSizeLoopsMessages) {
     EXPECT_TRUE(Saw(WM_NCCALCSIZE));
 }
 
+TEST_F(ManagerTest, AGripThatIsLetGoBeforeTheManagerTakesItHoldsNothing) {
+    Make();
+    PumpAll();
+    display_.MovePointer(498, 348);
+    display_.Button(1, true);
+    display_.Button(1, false);
+    // The window hears of the press only now.
+    ASSERT_TRUE(PumpUntilSeen(WM_EXITSIZEMOVE));
+    ASSERT_TRUE(PumpUntil([&] { return PointerIsFree(); }));
+    display_.MovePointer(400, 250);
+    ASSERT_TRUE(PumpUntilSeen(WM_MOUSEMOVE));
+    EXPECT_EQ(Place().right, 500);
+    EXPECT_EQ(Place().bottom, 350);
+}
+
+TEST_F(ManagerTest, ACaptionThatIsDraggedAndLetGoBeforeTheManagerTakesItHoldsNothing) {
+    Make();
+    PumpAll();
+    display_.MovePointer(300, 70);
+    display_.Button(1, true);
+    display_.MovePointer(340, 110);
+    display_.Button(1, false);
+    ASSERT_TRUE(PumpUntilSeen(WM_EXITSIZEMOVE));
+    ASSERT_TRUE(PumpUntil([&] { return PointerIsFree(); }));
+    display_.MovePointer(250, 250);
+    ASSERT_TRUE(PumpUntilSeen(WM_MOUSEMOVE));
+    EXPECT_EQ(Place().left, 100);
+    EXPECT_EQ(Place().top, 50);
+}
+
 TEST_F(ManagerTest, TheCounterRisesOnlyWhenTheFrameOfTheNewSizeIsShown) {
     Make();
     SendProtocol("_NET_WM_SYNC_REQUEST", 77, 0);
