@@ -13,13 +13,14 @@ constexpr UINT kTick = WM_APP + 1;
 constexpr wchar_t kClassName[] = L"TestWindow";
 constexpr auto kPatience = std::chrono::seconds(20);
 
-/// Wakes the loop now and then, so that a condition that never comes true is noticed.
+/// Wakes the loop now and then, so that a condition that never comes true is noticed. Never with more than one message
+/// at a time: a condition that takes longer than the pause between two would drown all else in them.
 class Ticker {
 public:
     explicit Ticker(DWORD thread)
         : thread_([this, thread] {
               while (!stop_) {
-                  PostThreadMessageW(thread, kTick, 0, 0);
+                  if (taken_.exchange(false)) PostThreadMessageW(thread, kTick, 0, 0);
                   std::this_thread::sleep_for(std::chrono::milliseconds(5));
               }
           }) {}
@@ -27,11 +28,15 @@ public:
         stop_ = true;
         thread_.join();
     }
+    void Take(const MSG& message) {
+        if (message.message == kTick) taken_ = true;
+    }
     Ticker(const Ticker&) = delete;
     Ticker& operator=(const Ticker&) = delete;
 
 private:
     std::atomic<bool> stop_{false};
+    std::atomic<bool> taken_{true};
     std::thread thread_;
 };
 
@@ -110,7 +115,7 @@ void WindowTest::Make(DWORD style, UINT classStyle) {
 
 bool WindowTest::PumpUntil(const std::function<bool()>& condition) {
     const auto deadline = std::chrono::steady_clock::now() + kPatience;
-    const Ticker ticker(static_cast<DWORD>(::gettid()));
+    Ticker ticker(static_cast<DWORD>(::gettid()));
     MSG message{};
     while (!condition()) {
         if (std::chrono::steady_clock::now() > deadline) return false;
@@ -118,6 +123,7 @@ bool WindowTest::PumpUntil(const std::function<bool()>& condition) {
             quit_ = true;
             return condition();
         }
+        ticker.Take(message);
         TranslateMessage(&message);
         DispatchMessageW(&message);
     }
