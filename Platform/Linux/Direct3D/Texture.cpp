@@ -29,7 +29,7 @@ Texture::Texture(GraphicsDevice& device, VkExtent2D size, DXGI_FORMAT format)
 
 std::shared_ptr<Texture> Texture::Make(GraphicsDevice& device, VkExtent2D size, DXGI_FORMAT format,
                                        VkImageUsageFlags extraUsage) {
-    const std::shared_ptr<Texture> made(new Texture(device, size, format));
+    std::shared_ptr<Texture> made(new Texture(device, size, format));
     made->Allocate(extraUsage, VK_IMAGE_TILING_OPTIMAL);
     device.Record([&](VkCommandBuffer commands) {
         made->Prepare(commands, Use::copyTarget);
@@ -40,7 +40,7 @@ std::shared_ptr<Texture> Texture::Make(GraphicsDevice& device, VkExtent2D size, 
 }
 
 std::shared_ptr<Texture> Texture::MakeBuffer(GraphicsDevice& device, VkExtent2D size, DXGI_FORMAT format) {
-    const std::shared_ptr<Texture> made(new Texture(device, size, format));
+    std::shared_ptr<Texture> made(new Texture(device, size, format));
     const bool inPlace = device.IsSoftware() && CanDrawOnRows(device, format);
     made->Allocate(VK_IMAGE_USAGE_COLOR_ATTACHMENT_BIT, inPlace ? VK_IMAGE_TILING_LINEAR : VK_IMAGE_TILING_OPTIMAL);
     if (inPlace) made->MapPixels();

@@ -19,15 +19,20 @@ const Event& As(const xcb_generic_event_t& event) {
     return reinterpret_cast<const Event&>(event);
 }
 
-/// The window manager's place for the window. Its own messages (ICCCM 4.1.5) tell it in screen coordinates; the
-/// server's in those of the frame that the window may have been put into.
-POINT PlaceOf(const Window& window, const xcb_configure_notify_event_t& event) {
-    if ((event.response_type & kSentByClient) || !window.reparented) return {event.x, event.y};
+/// Where the window lies on the screen, as the server has it at this moment.
+POINT PlaceOnScreen(const Window& window) {
     const Connection& x = window.x->Input();
     const auto cookie = xcb_translate_coordinates(x.Get(), window.x->Id(), x.Screen().root, 0, 0);
     const XOwned<xcb_translate_coordinates_reply_t> reply(xcb_translate_coordinates_reply(x.Get(), cookie, nullptr));
     if (!reply) return {window.View().window.left, window.View().window.top};
     return {reply->dst_x, reply->dst_y};
+}
+
+/// The window manager's place for the window. Its own messages (ICCCM 4.1.5) tell it in screen coordinates; the
+/// server's in those of the frame that the window may have been put into.
+POINT PlaceOf(const Window& window, const xcb_configure_notify_event_t& event) {
+    if ((event.response_type & kSentByClient) || !window.reparented) return {event.x, event.y};
+    return PlaceOnScreen(window);
 }
 
 void HandleConfigure(Window& window, const xcb_configure_notify_event_t& event) {
@@ -36,6 +41,17 @@ void HandleConfigure(Window& window, const xcb_configure_notify_event_t& event) 
     if (static_cast<std::int32_t>(whole.full_sequence - window.lastConfigure) < 0) return;
     const POINT place = PlaceOf(window, event);
     RectangleArrived(window, {place.x, place.y, place.x + event.width, place.y + event.height});
+}
+
+/// A manager that has moved the window ahead of framing it, and shows it where it was to be all along, sees nothing in
+/// that to tell: the last that was heard is a place that has passed.
+void HandleMapped(Window& window) {
+    if (!window.reparented) return;
+    const RECT known = window.View().window;
+    const POINT place = PlaceOnScreen(window);
+    if (place.x == known.left && place.y == known.top) return;
+    RectangleArrived(window,
+                     {place.x, place.y, place.x + known.right - known.left, place.y + known.bottom - known.top});
 }
 
 void HandleProperty(UiThread& thread, const xcb_property_notify_event_t& event) {
@@ -191,6 +207,7 @@ void HandleEvent(UiThread& thread, const xcb_generic_event_t& event) {
             window->reparented = As<xcb_reparent_notify_event_t>(event).parent != thread.connection->Screen().root;
             return;
         case XCB_MAP_NOTIFY:
+            HandleMapped(*window);
             return TakeFocus(thread, *window);
         case XCB_VISIBILITY_NOTIFY: {
             const bool covered = As<xcb_visibility_notify_event_t>(event).state == XCB_VISIBILITY_FULLY_OBSCURED;

@@ -32,7 +32,7 @@ std::vector<Monitor> ReadMonitors(const Connection& x) {
     if (monitors.empty()) {
         monitors.push_back({{0, 0, x.Screen().width_in_pixels, x.Screen().height_in_pixels}, true});
     }
-    std::ranges::stable_partition(monitors, &Monitor::primary);
+    std::stable_partition(monitors.begin(), monitors.end(), [](const Monitor& each) { return each.primary; });
     return monitors;
 }
 

@@ -89,8 +89,9 @@ class ManyWindows(Subject):
         self.assertEqual(settled(left), before, "threads, descriptors, clients and windows of the display")
         growth = memory(process) - memory_before
         print(f"resident memory: {memory_before:.1f} MB, {growth:+.1f} MB after 100 windows", flush=True)
-        # A tenth of what a window takes: the driver's caches grow a little.
-        self.assertLess(growth, 25)
+        # The driver's caches and the heap come and go by up to 30 MB. One picture of each window kept would be 30 MB more,
+        # the images of its two surfaces 120.
+        self.assertLess(growth, 45)
 
     def test_two_windows_opened_and_closed_in_turn(self):
         process = self.subject.process.pid

@@ -55,6 +55,25 @@ TEST_F(GeometryTest, AMoveFromOutsideTellsNoSize) {
     EXPECT_EQ(Place().left, 120);
 }
 
+TEST_F(GeometryTest, AFrameAroundTheWindowCountsWhenItIsShownThoughNobodyTellsOfIt) {
+    ASSERT_NE(CreateHidden(), nullptr);
+    display_.ConfigureWindow(XWindow(), 0, 0, 400, 300);
+    ASSERT_TRUE(PumpUntil([&] { return Place().left == 0; }));
+    xcb_connection_t* const manager = display_.Client();
+    const xcb_window_t frame = xcb_generate_id(manager);
+    xcb_create_window(manager, XCB_COPY_FROM_PARENT, frame, display_.Root(), 30, 70, 400, 300, 0,
+                      XCB_WINDOW_CLASS_INPUT_OUTPUT, XCB_COPY_FROM_PARENT, 0, nullptr);
+    xcb_reparent_window(manager, XWindow(), frame, 0, 0);
+    xcb_map_window(manager, frame);
+    display_.Settle();
+    ShowWindow(window_, SW_SHOWNORMAL);
+    EXPECT_TRUE(PumpUntil([&] { return Place().left == 30 && Place().top == 70; }));
+    EXPECT_EQ(Place().right, 430);
+    DestroyWindow(window_);
+    xcb_destroy_window(manager, frame);
+    display_.Settle();
+}
+
 TEST_F(GeometryTest, TheWindowSeesItsOldRectangleWhileItAnswersForTheNewOne) {
     Make();
     LONG during = 0;
