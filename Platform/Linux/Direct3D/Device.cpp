@@ -202,8 +202,10 @@ void GraphicsDevice::ReadBack(const std::shared_ptr<Texture>& texture, const Pix
 
 void GraphicsDevice::AwaitPixels(const std::shared_ptr<Texture>& texture) {
     const auto lock = Lock();
-    Record([&](VkCommandBuffer commands) { texture->Prepare(commands, Use::readInPlace); });
+    if (texture->IsSettled()) return;
+    Record([&](VkCommandBuffer commands) { texture->Prepare(commands, Use::inPlace); });
     Finish();
+    texture->Settle();
 }
 
 void GraphicsDevice::MakeVisibleToHost(VkCommandBuffer commands) {

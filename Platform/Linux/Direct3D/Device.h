@@ -80,7 +80,8 @@ public:
     /// Copies a rectangle of a texture into host memory, waiting for the device.
     void ReadBack(const std::shared_ptr<Texture>& texture, const PixelRect& source, void* pixels, std::size_t stride);
 
-    /// Waits until the pixels of a texture that can be read in place are what was drawn so far.
+    /// Waits until the pixels of a texture that can be read in place are what was drawn so far. With the device locked
+    /// they may be drawn on then.
     void AwaitPixels(const std::shared_ptr<Texture>& texture);
 
     /// Memory for bytes that the open batch reads; it is valid for that batch only. Write with the device locked and

@@ -7,8 +7,8 @@ namespace Platform::Direct3D {
 
 namespace {
 
-constexpr VkAccessFlags2 writes =
-    VK_ACCESS_2_TRANSFER_WRITE_BIT | VK_ACCESS_2_COLOR_ATTACHMENT_WRITE_BIT | VK_ACCESS_2_SHADER_WRITE_BIT;
+constexpr VkAccessFlags2 writes = VK_ACCESS_2_TRANSFER_WRITE_BIT | VK_ACCESS_2_COLOR_ATTACHMENT_WRITE_BIT |
+                                  VK_ACCESS_2_SHADER_WRITE_BIT | VK_ACCESS_2_HOST_WRITE_BIT;
 constexpr VkImageSubresourceRange wholeImage{VK_IMAGE_ASPECT_COLOR_BIT, 0, 1, 0, 1};
 
 /// Whether images whose rows lie one after the other in memory can be all that a buffer has to be.
@@ -102,6 +102,7 @@ Texture::~Texture() {
 }
 
 void Texture::Prepare(VkCommandBuffer commands, const ImageUse& use) {
+    settled_ = false;
     device_.Keep(shared_from_this());
     if (use.layout == last_.layout && !((use.access | last_.access) & writes)) {
         // Reads after reads need no order among themselves, but the next write waits for all of them.

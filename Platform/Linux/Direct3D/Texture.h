@@ -32,7 +32,8 @@ inline constexpr ImageUse sampled{VK_IMAGE_LAYOUT_SHADER_READ_ONLY_OPTIMAL,
                                   VK_ACCESS_2_SHADER_READ_BIT};
 inline constexpr ImageUse storage{VK_IMAGE_LAYOUT_GENERAL, VK_PIPELINE_STAGE_2_COMPUTE_SHADER_BIT,
                                   VK_ACCESS_2_SHADER_READ_BIT | VK_ACCESS_2_SHADER_WRITE_BIT};
-inline constexpr ImageUse readInPlace{VK_IMAGE_LAYOUT_GENERAL, VK_PIPELINE_STAGE_2_HOST_BIT, VK_ACCESS_2_HOST_READ_BIT};
+inline constexpr ImageUse inPlace{VK_IMAGE_LAYOUT_GENERAL, VK_PIPELINE_STAGE_2_HOST_BIT,
+                                  VK_ACCESS_2_HOST_READ_BIT | VK_ACCESS_2_HOST_WRITE_BIT};
 }  // namespace Use
 
 /// One image of one level and one sample, with its view. Layout and pending accesses are tracked in the order in which
@@ -58,8 +59,8 @@ public:
     DXGI_FORMAT Format() const noexcept { return format_; }
     VkImageLayout Layout() const noexcept { return last_.layout; }
 
-    /// The first row's pixels where they can be read in place, null elsewhere; rows are Stride() bytes apart. They are
-    /// up to date after GraphicsDevice::AwaitPixels, until the image is drawn on again.
+    /// The first row's pixels where they can be read and drawn in place, null elsewhere; rows are Stride() bytes apart.
+    /// They are up to date after GraphicsDevice::AwaitPixels, until a command draws on the image again.
     std::byte* Pixels() const noexcept { return pixels_; }
     std::size_t Stride() const noexcept { return stride_; }
 
@@ -67,6 +68,12 @@ public:
     /// texture alive until the device has finished the open batch. Outside a rendering pass, with the device locked (as
     /// inside GraphicsDevice::Record).
     void Prepare(VkCommandBuffer commands, const ImageUse& use);
+
+    /// Whether no command has used the image since Settle() was called: its pixels are the host's. With the device
+    /// locked.
+    bool IsSettled() const noexcept { return settled_; }
+    /// All commands so far are done.
+    void Settle() noexcept { settled_ = true; }
 
 private:
     Texture(GraphicsDevice& device, VkExtent2D size, DXGI_FORMAT format);
@@ -83,6 +90,7 @@ private:
     std::byte* pixels_ = nullptr;
     std::size_t stride_ = 0;
     ImageUse last_{VK_IMAGE_LAYOUT_UNDEFINED, VK_PIPELINE_STAGE_2_NONE, VK_ACCESS_2_NONE};  // guarded by the device
+    bool settled_ = false;                                                                  // guarded by the device
 };
 
 /// A rectangle in pixels of a texture; it must lie within it.

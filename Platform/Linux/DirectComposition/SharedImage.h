@@ -1,7 +1,7 @@
 // A picture in memory that the X server can read.
 #pragma once
 
-#include "Platform/Linux/DirectComposition/Blend.h"
+#include "Platform/Linux/Pixels/Blend.h"
 
 #include <xcb/shm.h>
 

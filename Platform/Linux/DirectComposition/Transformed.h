@@ -1,6 +1,6 @@
 #pragma once
 
-#include "Platform/Linux/DirectComposition/Blend.h"
+#include "Platform/Linux/Pixels/Blend.h"
 
 #include <dcommon.h>
 

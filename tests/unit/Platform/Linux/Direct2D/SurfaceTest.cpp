@@ -55,6 +55,7 @@ protected:
 
     void TearDown() override {
         target_.Reset();
+        texture_.Reset();
         context_.Reset();
         d2dDevice_.Reset();
         factory_.Reset();
@@ -65,9 +66,31 @@ protected:
         EXPECT_EQ(Direct3D::ValidationMessages(), messagesBefore_);
     }
 
+    /// Draws on a texture from here on, not on the swap chain's buffers.
+    void UseTexture() {
+        D3D11_TEXTURE2D_DESC desc{};
+        desc.Width = width;
+        desc.Height = height;
+        desc.MipLevels = desc.ArraySize = desc.SampleDesc.Count = 1;
+        desc.Format = DXGI_FORMAT_B8G8R8A8_UNORM;
+        desc.BindFlags = D3D11_BIND_RENDER_TARGET;
+        ASSERT_EQ(device_->CreateTexture2D(&desc, nullptr, &texture_), S_OK);
+        target_.Reset();
+        MakeTarget();
+    }
+
+    ComPtr<IDXGISurface> Surface() {
+        ComPtr<IDXGISurface> surface;
+        if (texture_) {
+            EXPECT_EQ(texture_.As(&surface), S_OK);
+        } else {
+            EXPECT_EQ(swapChain_->GetBuffer(0, IID_PPV_ARGS(&surface)), S_OK);
+        }
+        return surface;
+    }
+
     void MakeTarget() {
-        ComPtr<IDXGISurface2> surface;
-        ASSERT_EQ(swapChain_->GetBuffer(0, IID_PPV_ARGS(&surface)), S_OK);
+        const ComPtr<IDXGISurface> surface = Surface();
         const D2D1_BITMAP_PROPERTIES1 properties =
             D2D1::BitmapProperties1(D2D1_BITMAP_OPTIONS_TARGET | D2D1_BITMAP_OPTIONS_CANNOT_DRAW,
                                     D2D1::PixelFormat(DXGI_FORMAT_B8G8R8A8_UNORM, D2D1_ALPHA_MODE_PREMULTIPLIED));
@@ -92,8 +115,7 @@ protected:
 
     /// 0xAARRGGBB of the back buffer.
     std::uint32_t Pixel(UINT x, UINT y) {
-        ComPtr<IDXGISurface2> surface;
-        EXPECT_EQ(swapChain_->GetBuffer(0, IID_PPV_ARGS(&surface)), S_OK);
+        const ComPtr<IDXGISurface> surface = Surface();
         std::uint32_t pixel = 0;
         Direct3D::GraphicsDevice::From(surface.Get())
             ->ReadBack(Direct3D::TextureOf(surface.Get()), {x, y, 1, 1}, &pixel, sizeof pixel);
@@ -101,10 +123,12 @@ protected:
     }
 
     void ClearByDirect3D(const float (&color)[4]) {
-        ComPtr<ID3D11Texture2D> buffer;
-        ASSERT_EQ(swapChain_->GetBuffer(0, IID_PPV_ARGS(&buffer)), S_OK);
+        ComPtr<ID3D11Resource> image = texture_;
+        if (!image) {
+            ASSERT_EQ(swapChain_->GetBuffer(0, IID_PPV_ARGS(&image)), S_OK);
+        }
         ComPtr<ID3D11RenderTargetView> view;
-        ASSERT_EQ(device_->CreateRenderTargetView(buffer.Get(), nullptr, &view), S_OK);
+        ASSERT_EQ(device_->CreateRenderTargetView(image.Get(), nullptr, &view), S_OK);
         immediate_->ClearRenderTargetView(view.Get(), color);
     }
 
@@ -112,6 +136,7 @@ protected:
     ComPtr<ID3D11DeviceContext> immediate_;
     ComPtr<IDXGIFactory7> dxgiFactory_;
     ComPtr<IDXGISwapChain1> swapChain_;
+    ComPtr<ID3D11Texture2D> texture_;  ///< Null: the swap chain is drawn on.
     ComPtr<ID2D1Factory3> factory_;
     ComPtr<ID2D1Device2> d2dDevice_;
     ComPtr<ID2D1DeviceContext> context_;
@@ -119,19 +144,36 @@ protected:
     std::uint64_t messagesBefore_ = 0;
 };
 
-TEST_F(Direct2DSurface, TargetHasTheSurfacesSize) {
+/// On a software device a swap chain's buffers are drawn on in place, all else by the device.
+class Direct2DAnySurface : public Direct2DSurface, public testing::WithParamInterface<bool> {
+protected:
+    void SetUp() override {
+        Direct2DSurface::SetUp();
+        if (GetParam()) UseTexture();
+    }
+};
+INSTANTIATE_TEST_SUITE_P(BufferAndTexture, Direct2DAnySurface, testing::Bool());
+
+TEST_F(Direct2DSurface, ABufferOfASoftwareDevicesSwapChainIsDrawnOnInPlace) {
+    const auto device = Direct3D::GraphicsDevice::From(Surface().Get());
+    EXPECT_EQ(Direct3D::TextureOf(Surface().Get())->Pixels() != nullptr, device->IsSoftware());
+    UseTexture();
+    EXPECT_EQ(Direct3D::TextureOf(Surface().Get())->Pixels(), nullptr);
+}
+
+TEST_P(Direct2DAnySurface, TargetHasTheSurfacesSize) {
     EXPECT_EQ(target_->GetPixelSize().width, width);
     EXPECT_EQ(target_->GetPixelSize().height, height);
 }
 
-TEST_F(Direct2DSurface, ClearFillsWithThePremultipliedColour) {
+TEST_P(Direct2DAnySurface, ClearFillsWithThePremultipliedColour) {
     EXPECT_EQ(Draw([](auto& context) { context.Clear(D2D1::ColorF(1, 0, 0, 0.5F)); }), S_OK);
     EXPECT_NEAR(static_cast<double>(Pixel(3, 3) >> 24), 128, 1);
     EXPECT_NEAR(static_cast<double>(Pixel(3, 3) >> 16 & 0xFF), 128, 1);
     EXPECT_EQ(Pixel(3, 3) & 0xFFFF, 0U);
 }
 
-TEST_F(Direct2DSurface, DrawingLiesOverWhatDirect3DDrew) {
+TEST_P(Direct2DAnySurface, DrawingLiesOverWhatDirect3DDrew) {
     ClearByDirect3D({0.0F, 0.0F, 1.0F, 1.0F});
     EXPECT_EQ(Draw([&](auto& context) {
                   FillRectangle(context, D2D1::RectF(2, 1, 6, 4), D2D1::ColorF(1, 0, 0));
@@ -162,7 +204,7 @@ TEST_F(Direct2DSurface, EqualFrameIsLaidOnTheOtherBufferToo) {
     }
 }
 
-TEST_F(Direct2DSurface, ChangedPartReplacesWhatWasThere) {
+TEST_P(Direct2DAnySurface, ChangedPartReplacesWhatWasThere) {
     const auto frame = [&](float left) {
         return Draw([&](auto& context) {
             context.Clear();

@@ -75,7 +75,7 @@ Picture Picture::Of(xcb_connection_t* connection, xcb_drawable_t drawable, int x
     return picture.WithoutAlpha();
 }
 
-Platform::DirectComposition::Pixels Picture::View() {
+Platform::Pixels Picture::View() {
     return {pixels.data(), static_cast<std::size_t>(width), width, height};
 }
 

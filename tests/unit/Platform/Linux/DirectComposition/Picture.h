@@ -1,7 +1,7 @@
 // Pictures to show, and what a display shows of them.
 #pragma once
 
-#include "Platform/Linux/DirectComposition/Blend.h"
+#include "Platform/Linux/Pixels/Blend.h"
 
 #include <xcb/xcb.h>
 
@@ -23,7 +23,7 @@ struct Picture {
 
     std::uint32_t& At(int x, int y) { return pixels[static_cast<std::size_t>(y * width + x)]; }
     std::uint32_t At(int x, int y) const { return pixels[static_cast<std::size_t>(y * width + x)]; }
-    Platform::DirectComposition::Pixels View();
+    Platform::Pixels View();
 
     /// Lays `upper` over this one, each channel by itself, by the formula and in floating point.
     void Lay(const Picture& upper, int x, int y);

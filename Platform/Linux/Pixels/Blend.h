@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace Platform::DirectComposition {
+namespace Platform {
 
 /// Pixels owned by somebody else, first row on top; `stride` in pixels.
 struct Pixels {
@@ -37,4 +37,4 @@ void BlendSpans(const Pixels& target, const Pixels& source, const std::vector<Sp
 /// Sets what lies outside the rectangle to opaque black.
 void BlackenOutside(const Pixels& target, int left, int top, int right, int bottom);
 
-}  // namespace Platform::DirectComposition
+}  // namespace Platform

@@ -1,8 +1,8 @@
-#include "Platform/Linux/DirectComposition/Blend.h"
+#include "Platform/Linux/Pixels/Blend.h"
 
 #include <algorithm>
 
-namespace Platform::DirectComposition {
+namespace Platform {
 
 namespace {
 
@@ -84,4 +84,4 @@ void BlackenOutside(const Pixels& target, int left, int top, int right, int bott
     Fill(target, 0, bottom, target.width, target.height);
 }
 
-}  // namespace Platform::DirectComposition
+}  // namespace Platform

@@ -1,11 +1,11 @@
-#include "Platform/Linux/DirectComposition/Blend.h"
+#include "Platform/Linux/Pixels/Blend.h"
 
 #include <gtest/gtest.h>
 
 #include <cmath>
 #include <random>
 
-namespace Platform::DirectComposition {
+namespace Platform {
 namespace {
 
 /// A small picture with its memory.
@@ -120,4 +120,4 @@ TEST(Blend, OnlyTheOutsideIsBlackened) {
 }
 
 }  // namespace
-}  // namespace Platform::DirectComposition
+}  // namespace Platform
