@@ -26,6 +26,7 @@ MeasuredProgram::MeasuredProgram(const std::vector<std::string>& words) : name_(
     // The toolkit's log goes there.
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (const std::string& word : words) arguments.push_back(const_cast<char*>(word.c_str()));
     arguments.push_back(nullptr);
     started_ = StartReport::Nanoseconds();

@@ -41,7 +41,7 @@ void DrawAt(Canvas& canvas, ID2D1SvgDocument* document, float scale) {
 // Parse, render, rasterise: what the frame that first shows the logo pays.
 void SvgLogoFirstDraw(benchmark::State& state) {
     const std::string logo = Logo();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         Canvas canvas(820, 200);
         DrawAt(canvas, Parse(canvas, logo).Get(), static_cast<float>(state.range(0)) / 100);
     }
@@ -54,7 +54,7 @@ void SvgLogoRepeat(benchmark::State& state) {
     const auto document = Parse(canvas, Logo());
     DrawAt(canvas, document.Get(), 1.5F);
     ID2D1DeviceContext5& context = canvas.Context();
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         // Without the end of the pass, which in this program copies the target for tests to look at.
         context.BeginDraw();
         context.SetTransform(D2D1::Matrix3x2F(1.5F, 0, 0, 1.5F, 20, 20));
@@ -77,7 +77,7 @@ void PngDecode(benchmark::State& state) {
             std::abort();
         }
         std::vector<BYTE> pixels(static_cast<std::size_t>(side) * static_cast<std::size_t>(side) * 4);
-        for (auto _ : state) {
+        for ([[maybe_unused]] auto _ : state) {
             ComPtr<IWICStream> stream;
             ComPtr<IWICBitmapDecoder> decoder;
             ComPtr<IWICBitmapFrameDecode> frame;

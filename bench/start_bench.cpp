@@ -68,6 +68,7 @@ double Median(std::vector<double> values) {
 
 double Median(const std::vector<Report>& reports, const char* name) {
     std::vector<double> values;
+    values.reserve(reports.size());
     for (const Report& each : reports) values.push_back(each.at(name));
     return Median(std::move(values));
 }

@@ -87,7 +87,7 @@ public:
         context_->BeginDraw();
         for (std::size_t i = 0; i < layouts.size(); ++i) {
             const auto column = static_cast<float>(i % 4);
-            const auto row = static_cast<float>(i / 4);
+            const auto row = static_cast<float>(i / 4);  // NOLINT(bugprone-integer-division): whole rows
             context_->DrawTextLayout({column * 200, row * 30}, layouts[i].Get(), brush_.Get());
         }
         context_->EndDraw();
@@ -108,20 +108,20 @@ private:
 // The first of the process reads the font configuration, so it runs once.
 void FirstLayout(benchmark::State& state) {
     const ComPtr<IDWriteFactory> factory = TextFactory();
-    for (auto _ : state) benchmark::DoNotOptimize(Layout(*factory.Get(), label));
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(Layout(*factory.Get(), label));
 }
 BENCHMARK(FirstLayout)->Iterations(1)->Unit(benchmark::kMillisecond);
 
 void LayoutAgain(benchmark::State& state) {
     const ComPtr<IDWriteFactory> factory = TextFactory();
-    for (auto _ : state) benchmark::DoNotOptimize(Layout(*factory.Get(), label));
+    for ([[maybe_unused]] auto _ : state) benchmark::DoNotOptimize(Layout(*factory.Get(), label));
 }
 BENCHMARK(LayoutAgain)->Unit(benchmark::kMicrosecond);
 
 void BuildOutline(benchmark::State& state) {
     Board board;
     const ComPtr<IDWriteTextLayout> layout = Layout(*board.text.Get(), label);
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         benchmark::DoNotOptimize(Tamborel::GlyphOutlineBuilder(layout.Get(), &board.Shapes(), 0.0F, 0.0F));
     }
 }
@@ -130,7 +130,7 @@ BENCHMARK(BuildOutline)->Unit(benchmark::kMicrosecond);
 void DrawUnchangedLabels(benchmark::State& state) {
     Board board;
     board.Draw();
-    for (auto _ : state) board.Draw();
+    for ([[maybe_unused]] auto _ : state) board.Draw();
 }
 BENCHMARK(DrawUnchangedLabels)->Unit(benchmark::kMicrosecond);
 
@@ -138,7 +138,7 @@ void DrawOneChangedLabel(benchmark::State& state) {
     Board board;
     board.Draw();
     int count = 0;
-    for (auto _ : state) {
+    for ([[maybe_unused]] auto _ : state) {
         state.PauseTiming();
         board.layouts[42] = Layout(*board.text.Get(), label + std::to_wstring(count++), 8.0F);
         state.ResumeTiming();

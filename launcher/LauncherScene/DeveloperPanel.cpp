@@ -9,7 +9,6 @@
 #include <cmath>
 #include <utility>
 
-using Tamborel::BackgroundRenderer;
 using Tamborel::ColorGrade;
 using Tamborel::InputEvent;
 using Tamborel::RectangleNode;
@@ -70,6 +69,8 @@ void LauncherScene::AddDeveloperPanel() {
     RectangleAt(kTrackLeft, 839, kTrackWidth, 4, 0x59656B, 0, 2);
     opacityThumb = EllipseAt(kTrackLeft + 4 * static_cast<float>(overlayOpacity), 841, 7, kAccent);
     AddSliderZone(842, 17, [this](float x) {
+        // Cut off, not rounded: below zero the clamp decides.
+        // NOLINTNEXTLINE(bugprone-incorrect-roundings)
         overlayOpacity = std::clamp(static_cast<std::int32_t>((x - kTrackLeft) * 0.25F + 0.5F), 0, 100);
     });
     ButtonAt(

@@ -11,7 +11,6 @@
 
 using Tamborel::Button;
 using Tamborel::ImagePrimitive;
-using Tamborel::RectangleNode;
 
 void LauncherScene::Rebuild() {
     while (!children.empty()) RemoveChild(children.back().get());

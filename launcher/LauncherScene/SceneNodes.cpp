@@ -6,7 +6,6 @@
 #include <utility>
 
 using Tamborel::Button;
-using Tamborel::Rect;
 using Tamborel::RectangleNode;
 
 std::shared_ptr<RectangleNode> LauncherScene::RectangleAt(float x, float y, float width, float height,

@@ -14,7 +14,6 @@ namespace BackgroundShot {
 namespace {
 
 using Microsoft::WRL::ComPtr;
-using Tamborel::BackgroundKind;
 
 void Require(HRESULT result, const char* call) {
     if (SUCCEEDED(result)) return;
