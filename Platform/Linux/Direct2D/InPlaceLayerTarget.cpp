@@ -42,7 +42,15 @@ InPlaceLayerTarget::InPlaceLayerTarget(IDXGISurface* surface, std::shared_ptr<Di
 HRESULT InPlaceLayerTarget::Compose(const LayerFrame& frame) noexcept try {
     const std::shared_ptr<Direct3D::Texture> image = Direct3D::TextureOf(surface_.Get());
     if (!image || !image->Pixels()) return D2DERR_RECREATE_TARGET;
-    if (!frame.changed.empty()) FindSpans(PixelsOf(frame, size_), spans_);
+    if (!frame.changed.empty()) {
+        int top = frame.changed.front().top;
+        int bottom = frame.changed.front().bottom;
+        for (const PixelRect& rect : frame.changed) {
+            top = std::min(top, rect.top);
+            bottom = std::max(bottom, rect.bottom);
+        }
+        FindSpansAgain(PixelsOf(frame, size_), top, bottom, spans_);
+    }
     if (!frame.clear && spans_.empty()) return S_OK;
     const auto lock = device_->Lock();
     device_->AwaitPixels(image);

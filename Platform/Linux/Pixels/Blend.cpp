@@ -25,12 +25,9 @@ void Fill(const Pixels& target, int left, int top, int right, int bottom) {
     for (int y = top; y < bottom; ++y) std::fill(target.Row(y) + left, target.Row(y) + std::max(left, right), opaque);
 }
 
-}  // namespace
-
-void FindSpans(const Pixels& source, std::vector<Span>& spans) {
+void AddSpans(const Pixels& source, int top, int bottom, std::vector<Span>& spans) {
     constexpr int joinDistance = 16;
-    spans.clear();
-    for (int y = 0; y < source.height; ++y) {
+    for (int y = top; y < bottom; ++y) {
         const std::uint32_t* const row = source.Row(y);
         const std::uint32_t* const end = row + source.width;
         const std::uint32_t* at = row;
@@ -45,6 +42,22 @@ void FindSpans(const Pixels& source, std::vector<Span>& spans) {
             }
         }
     }
+}
+
+}  // namespace
+
+void FindSpans(const Pixels& source, std::vector<Span>& spans) {
+    spans.clear();
+    AddSpans(source, 0, source.height, spans);
+}
+
+void FindSpansAgain(const Pixels& source, int top, int bottom, std::vector<Span>& spans) {
+    const auto first = std::ranges::lower_bound(spans, top, {}, &Span::row);
+    const auto behind = std::ranges::lower_bound(first, spans.end(), bottom, {}, &Span::row);
+    const std::vector<Span> below(behind, spans.end());
+    spans.erase(first, spans.end());
+    AddSpans(source, top, bottom, spans);
+    spans.insert(spans.end(), below.begin(), below.end());
 }
 
 void CopyOpaque(const Pixels& target, const Pixels& source, int x, int y) {

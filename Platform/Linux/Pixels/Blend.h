@@ -28,6 +28,9 @@ struct Span {
 /// needs to be looked at again until the layer changes. Pixels closer than 16 share a run.
 void FindSpans(const Pixels& source, std::vector<Span>& spans);
 
+/// The same after a change of the rows from `top` to before `bottom`: `spans` are those of the picture before it.
+void FindSpansAgain(const Pixels& source, int top, int bottom, std::vector<Span>& spans);
+
 /// Copies `source` with its top left at x, y, cut to the target. Alpha is set to opaque.
 void CopyOpaque(const Pixels& target, const Pixels& source, int x, int y);
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <random>
 
@@ -44,6 +45,27 @@ TEST(Blend, EveryAlphaOverEveryByteIsRoundedToNearest) {
             }
             ASSERT_EQ(255U, Channel(target.At(0, 0), 24));
         }
+    }
+}
+
+TEST(Blend, SpansFoundAgainAfterAChangeAreThoseOfTheWholePicture) {
+    std::mt19937 random(11);
+    const auto below = [&](int limit) { return std::uniform_int_distribution<int>(0, limit - 1)(random); };
+    Picture layer(90, 30, 0);
+    std::vector<Span> spans;
+    for (int change = 0; change < 300; ++change) {
+        const int top = below(30);
+        const int bottom = top + below(31 - top);
+        for (int y = top; y < bottom; ++y) {
+            for (int i = 0; i < 4; ++i) layer.At(below(90), y) = below(3) == 0 ? 0x80402010U : 0U;
+        }
+        FindSpansAgain(layer.view, top, bottom, spans);
+        std::vector<Span> whole;
+        FindSpans(layer.view, whole);
+        ASSERT_TRUE(std::ranges::equal(
+            spans, whole,
+            [](const Span& a, const Span& b) { return a.row == b.row && a.begin == b.begin && a.end == b.end; }))
+            << "after change " << change;
     }
 }
 
