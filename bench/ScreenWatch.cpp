@@ -69,6 +69,7 @@ std::vector<std::uint32_t> ScreenWatch::Look(const std::vector<ScreenPoint>& poi
     xcb_connection_t* const x = eyes_.get();
     const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(x)).data->root;
     std::vector<xcb_get_image_cookie_t> asked;
+    asked.reserve(points.size());
     for (const ScreenPoint& point : points) {
         asked.push_back(xcb_get_image(x, XCB_IMAGE_FORMAT_Z_PIXMAP, root, static_cast<std::int16_t>(point.x),
                                       static_cast<std::int16_t>(point.y), 1, 1, ~0U));

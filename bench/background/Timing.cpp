@@ -53,6 +53,7 @@ std::vector<Timing> MeasureInTurn(double seconds, std::span<const std::function<
         for (std::size_t i = 0; i < works.size(); ++i) series[i].Add(works[i]);
     }
     std::vector<Timing> timings;
+    timings.reserve(series.size());
     for (Series& each : series) timings.push_back(each.Summary());
     return timings;
 }

@@ -89,6 +89,7 @@ Cost MeasureBare(BareLoop& loop, PlainPresent& present, double seconds) {
 
 double Median(const std::vector<Cost>& costs, double Cost::*number) {
     std::vector<double> values;
+    values.reserve(costs.size());
     for (const Cost& each : costs) values.push_back(each.*number);
     std::ranges::sort(values);
     return values[values.size() / 2];
