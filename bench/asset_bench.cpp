@@ -1,6 +1,7 @@
 // How long the first use of all built-in assets takes: asset_bench [runs]. Each run is a process of its own, since an
 // asset is deciphered once; it includes what the cryptographic library does at its first call.
 #include "Core/EmbeddedAssets.h"
+#include "Median.h"
 
 #include <sys/wait.h>
 #include <unistd.h>
@@ -53,11 +54,6 @@ bool MeasureInAChild(Times& times) {
     close(ends[0]);
     int status = 0;
     return waitpid(child, &status, 0) == child && status == 0 && read;
-}
-
-double Median(std::vector<double> values) {
-    std::ranges::sort(values);
-    return values[values.size() / 2];
 }
 
 }  // namespace

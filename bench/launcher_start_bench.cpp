@@ -2,6 +2,7 @@
 // beside the least windows of other toolkits in the same run. docs/benchmarks.md tells how to read the numbers.
 #include "Completeness.h"
 #include "Hand.h"
+#include "Median.h"
 #include "PrivateState.h"
 #include "ScreenWatch.h"
 #include "StartedProgram.h"
@@ -61,12 +62,6 @@ struct Subject {
     std::optional<Completeness> complete;
     std::vector<double> first, whole, processor, peak;
 };
-
-double Median(std::vector<double> values) {
-    std::ranges::sort(values);
-    const std::size_t middle = values.size() / 2;
-    return values.size() % 2 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
-}
 
 class Comparison {
 public:

@@ -1,6 +1,7 @@
 // How quickly a window of the toolkit's is there and what it costs, beside the least that any Vulkan program needs
 // (bare_vulkan.cpp), measured alternately in one run. docs/benchmarks.md tells how to read the numbers.
 #include "MeasuredProgram.h"
+#include "Median.h"
 #include "ScreenWatch.h"
 
 #include <algorithm>
@@ -60,17 +61,11 @@ Options ReadOptions(int count, char** words) {
     return options;
 }
 
-double Median(std::vector<double> values) {
-    std::ranges::sort(values);
-    const std::size_t middle = values.size() / 2;
-    return values.size() % 2 ? values[middle] : (values[middle - 1] + values[middle]) / 2;
-}
-
 double Median(const std::vector<Report>& reports, const char* name) {
     std::vector<double> values;
     values.reserve(reports.size());
     for (const Report& each : reports) values.push_back(each.at(name));
-    return Median(std::move(values));
+    return ::Median(std::move(values));
 }
 
 /// Starts a program and waits for its picture, which the report has as "picture".

@@ -3,21 +3,21 @@
 // the numbers.
 #include "BareLoop.h"
 #include "bench/Hand.h"
+#include "bench/Median.h"
 #include "bench/PrivateState.h"
 #include "bench/ScreenWatch.h"
 #include "bench/StartedProgram.h"
+#include "bench/StartReport.h"
 #include "PlainPresent.h"
 #include "Scenario.h"
 
-#include <time.h>
-
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -50,12 +50,6 @@ Options ReadOptions(int count, char** words) {
     return options;
 }
 
-std::int64_t Now(clockid_t clock) {
-    timespec time{};
-    clock_gettime(clock, &time);
-    return time.tv_sec * second + time.tv_nsec;
-}
-
 /// One round of one of the two.
 struct Cost {
     double rate = 0;       ///< Frames a second.
@@ -64,35 +58,34 @@ struct Cost {
 
 Cost MeasureLauncher(const StartedProgram& launcher, ScreenWatch& screen, std::int64_t pixels, double seconds) {
     if (!screen.AwaitPicture(pixels)) throw std::runtime_error("The launcher's picture stands still.");
-    const std::int64_t begin = Now(CLOCK_MONOTONIC);
+    const std::int64_t begin = StartReport::Nanoseconds();
     const std::int64_t limit = begin + static_cast<std::int64_t>(seconds * static_cast<double>(second));
     const double before = launcher.ProcessorMilliseconds();
     int frames = 0;
     while (screen.AwaitPicture(pixels, limit)) ++frames;
     if (frames == 0) throw std::runtime_error("The launcher's picture stands still.");
     const double used = launcher.ProcessorMilliseconds() - before;
-    return {frames * 1e9 / static_cast<double>(Now(CLOCK_MONOTONIC) - begin), used / frames};
+    return {frames * 1e9 / static_cast<double>(StartReport::Nanoseconds() - begin), used / frames};
 }
 
 Cost MeasureBare(BareLoop& loop, PlainPresent& present, double seconds) {
-    const std::int64_t begin = Now(CLOCK_MONOTONIC);
+    const std::int64_t begin = StartReport::Nanoseconds();
     const std::int64_t limit = begin + static_cast<std::int64_t>(seconds * static_cast<double>(second));
-    const std::int64_t before = Now(CLOCK_PROCESS_CPUTIME_ID);
+    const double before = StartReport::ProcessorMilliseconds();
     int frames = 0;
-    for (; frames == 0 || Now(CLOCK_MONOTONIC) < limit; ++frames) {
+    for (; frames == 0 || StartReport::Nanoseconds() < limit; ++frames) {
         loop.DrawFrame();
         present.Show();
     }
-    const auto used = static_cast<double>(Now(CLOCK_PROCESS_CPUTIME_ID) - before);
-    return {frames * 1e9 / static_cast<double>(Now(CLOCK_MONOTONIC) - begin), used / 1e6 / frames};
+    const double used = StartReport::ProcessorMilliseconds() - before;
+    return {frames * 1e9 / static_cast<double>(StartReport::Nanoseconds() - begin), used / frames};
 }
 
 double Median(const std::vector<Cost>& costs, double Cost::*number) {
     std::vector<double> values;
     values.reserve(costs.size());
     for (const Cost& each : costs) values.push_back(each.*number);
-    std::ranges::sort(values);
-    return values[values.size() / 2];
+    return ::Median(std::move(values));
 }
 
 int Run(const Options& options) {
@@ -108,7 +101,7 @@ int Run(const Options& options) {
             const StartedProgram program({OwnFolder() + "../bin/velorinth-launcher"});
             if (!screen.AwaitPicture(10'000)) throw std::runtime_error("The launcher shows nothing.");
             // The first seconds compile programs and set text.
-            (void)screen.AwaitPicture(std::int64_t{1} << 40, Now(CLOCK_MONOTONIC) + 2 * second);
+            (void)screen.AwaitPicture(std::int64_t{1} << 40, StartReport::Nanoseconds() + 2 * second);
             place = hand.WindowOf(program.Process()).value_or(WindowPlace{});
             if (place.width <= 0 || place.height <= 0) throw std::runtime_error("The launcher has no window.");
             screen.Clear();

@@ -67,6 +67,26 @@ TEST(Direct2DState, NullBrushIsAnInvalidArgument) {
               E_INVALIDARG);
 }
 
+/// Lives in the test alone.
+class ForeignBrush final : public ID2D1SolidColorBrush {
+public:
+    HRESULT QueryInterface(REFIID, void**) override { return E_NOINTERFACE; }
+    ULONG AddRef() override { return 1; }
+    ULONG Release() override { return 1; }
+    void GetFactory(ID2D1Factory** factory) const override { *factory = nullptr; }
+    void SetOpacity(FLOAT) override {}
+    FLOAT GetOpacity() const override { return 1; }
+    void SetColor(const D2D1_COLOR_F*) override {}
+    D2D1_COLOR_F GetColor() const override { return {1, 1, 1, 1}; }
+};
+
+TEST(Direct2DState, ABrushThatThisSystemDidNotMakeIsAnInvalidArgument) {
+    Canvas canvas(10, 10);
+    ForeignBrush brush;
+    EXPECT_EQ(canvas.Draw([&](auto& context) { context.FillRectangle(D2D1::RectF(0, 0, 1, 1), &brush); }),
+              E_INVALIDARG);
+}
+
 TEST(Direct2DState, TargetsFailureIsEndDrawsResult) {
     Canvas canvas(4, 4);
     canvas.Record().result = D2DERR_RECREATE_TARGET;

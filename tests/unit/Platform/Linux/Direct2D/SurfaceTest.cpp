@@ -190,6 +190,19 @@ TEST_P(Direct2DAnySurface, DrawingLiesOverWhatDirect3DDrew) {
     EXPECT_NEAR(static_cast<double>(blended & 0xFF), 127, 1);
 }
 
+TEST_P(Direct2DAnySurface, EachDrawingLiesOverWhatDirect3DDrewLast) {
+    const auto draw = [&](ID2D1DeviceContext& context) {
+        FillRectangle(context, D2D1::RectF(2, 1, 6, 4), D2D1::ColorF(1, 0, 0));
+    };
+    for (const std::uint32_t below : {0xFF0000FFU, 0xFF00FF00U, 0xFFFFFFFFU}) {
+        const auto part = [below](int shift) { return static_cast<float>(below >> shift & 0xFF) / 255.0F; };
+        ClearByDirect3D({part(16), part(8), part(0), 1.0F});
+        EXPECT_EQ(Draw(draw), S_OK);
+        EXPECT_EQ(Pixel(0, 0), below);
+        EXPECT_EQ(Pixel(3, 2), 0xFFFF0000);
+    }
+}
+
 TEST_F(Direct2DSurface, EqualFrameIsLaidOnTheOtherBufferToo) {
     const auto draw = [&](ID2D1DeviceContext& context) {
         context.Clear();
