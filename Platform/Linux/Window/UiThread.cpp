@@ -94,6 +94,9 @@ void UiThread::Wait() {
     if (connection) {
         connection->Flush();
         EndIfLost(connection->Get());
+        // Whoever waited for an answer since the last look, or flushed, may have read events along with it.
+        if (!ahead_) ahead_.reset(xcb_poll_for_queued_event(connection->Get()));
+        if (ahead_) return;
         sources[1].fd = xcb_get_file_descriptor(connection->Get());
     }
     const bool watching = sizeMove && sizeMove->driver == SizeMove::Driver::Manager;

@@ -3,7 +3,11 @@
 
 #include <xcb/sync.h>
 
+#include <chrono>
+#include <condition_variable>
 #include <cstring>
+#include <mutex>
+#include <thread>
 
 namespace {
 
@@ -162,6 +166,85 @@ TEST_F(ManagerTest, ACaptionThatIsDraggedAndLetGoBeforeTheManagerTakesItHoldsNot
     ASSERT_TRUE(PumpUntilSeen(WM_MOUSEMOVE));
     EXPECT_EQ(Place().left, 100);
     EXPECT_EQ(Place().top, 50);
+}
+
+/// A manager that says what it can, and then does nothing.
+class IdleManagerTest : public ManagerTest {
+protected:
+    void SetUp() override {
+        auto* client = display_.Client();
+        const xcb_window_t check = xcb_generate_id(client);
+        xcb_create_window(client, 0, check, display_.Root(), 0, 0, 1, 1, 0, XCB_WINDOW_CLASS_INPUT_ONLY,
+                          XCB_COPY_FROM_PARENT, 0, nullptr);
+        const xcb_atom_t name = display_.Atom("_NET_SUPPORTING_WM_CHECK");
+        for (const xcb_window_t window : {display_.Root(), check}) {
+            xcb_change_property(client, XCB_PROP_MODE_REPLACE, window, name, XCB_ATOM_WINDOW, 32, 1, &check);
+        }
+        const xcb_atom_t feature = display_.Atom("_NET_WM_MOVERESIZE");
+        xcb_change_property(client, XCB_PROP_MODE_REPLACE, display_.Root(), display_.Atom("_NET_SUPPORTED"),
+                            XCB_ATOM_ATOM, 32, 1, &feature);
+        display_.Settle();
+        check_ = check;
+    }
+    void TearDown() override { xcb_destroy_window(display_.Client(), check_); }
+
+    /// Runs the message loop with nothing to wake it but what the window gets. False after a long time.
+    bool PumpUnaidedUntil(const std::function<bool()>& condition) {
+        static constexpr auto patience = std::chrono::seconds(20);
+        bool done = false;
+        bool late = false;
+        std::mutex mutex;
+        std::condition_variable ended;
+        std::thread watch([&, thread = GetCurrentThreadId()] {
+            std::unique_lock lock(mutex);
+            if (ended.wait_for(lock, patience, [&] { return done; })) return;
+            late = true;
+            PostThreadMessageW(thread, WM_APP, 0, 0);
+        });
+        MSG message{};
+        while (!condition()) {
+            GetMessageW(&message, nullptr, 0, 0);
+            DispatchMessageW(&message);
+            const std::lock_guard lock(mutex);
+            if (late) break;
+        }
+        {
+            const std::lock_guard lock(mutex);
+            done = true;
+        }
+        ended.notify_one();
+        watch.join();
+        return !late;
+    }
+
+private:
+    xcb_window_t check_ = 0;
+};
+
+TEST_F(IdleManagerTest, ASizeThatCameWithAnAnswerIsTakenThoughNothingFollowsIt) {
+    ASSERT_NE(CreateHidden(), nullptr);
+    ShowWindow(window_, SW_SHOWNORMAL);
+    ASSERT_TRUE(PumpUntilSeen(WM_PAINT));
+    answer_ = [&](UINT message, WPARAM, LPARAM, LRESULT&) {
+        if (message == WM_EXITSIZEMOVE) {
+            display_.ConfigureWindow(XWindow(), 100, 50, 480, 380);
+            // Whoever waits for an answer of the server's takes in what it sent before: here, whether there is a
+            // manager.
+            SendMessageW(window_, WM_SYSCOMMAND, SC_MINIMIZE, 0);
+        }
+        if (message == WM_SIZE) PostMessageW(window_, WM_APP, 0, 0);
+        return false;
+    };
+    display_.MovePointer(498, 348);
+    display_.Button(1, true);
+    ASSERT_TRUE(PumpUntilSeen(WM_ENTERSIZEMOVE));
+    ASSERT_TRUE(PumpUntil([&] { return PointerIsFree(); }));
+    display_.MovePointer(900, 700);
+    PumpAll();
+    // Nobody tells the window of it: it lies elsewhere.
+    display_.Button(1, false);
+    EXPECT_TRUE(PumpUnaidedUntil([&] { return Place().right == 580; }));
+    EXPECT_TRUE(Saw(WM_EXITSIZEMOVE));
 }
 
 TEST_F(ManagerTest, TheCounterRisesOnlyWhenTheFrameOfTheNewSizeIsShown) {
