@@ -6,8 +6,6 @@
 #include "Platform/Linux/Window/Placement.h"
 #include "Platform/Linux/Window/UiThread.h"
 
-#include <xcb/sync.h>
-
 #include <algorithm>
 #include <cstdio>
 #include <new>
@@ -59,12 +57,6 @@ std::shared_ptr<XWindow> MakeXWindow(UiThread& thread, const RECT& place) {
     return std::make_shared<XWindow>(thread.connection, std::move(rendering), id);
 }
 
-std::uint32_t MakeCounter(const Connection& x) {
-    const std::uint32_t counter = xcb_generate_id(x.Get());
-    xcb_sync_create_counter(x.Get(), counter, {0, 0});
-    return counter;
-}
-
 void Forget(UiThread& thread, const Window& window) {
     std::erase_if(thread.windows, [&](const auto& each) { return each.get() == &window; });
     if (thread.sizeMove && thread.sizeMove->window.get() == &window) thread.sizeMove.reset();
@@ -108,7 +100,6 @@ HWND Create(CREATESTRUCTW& wish) {
     const auto window =
         std::make_shared<Window>(x, thread.queue, *windowClass, static_cast<DWORD>(wish.style), wish.dwExStyle);
     window->SetLong(GWLP_HINSTANCE, reinterpret_cast<LONG_PTR>(wish.hInstance));
-    window->counter = MakeCounter(x->Input());
     window->placed = wish.x != CW_USEDEFAULT;
     const UINT dpi = ReadDpi(x->Input());
     window->Change([&](WindowView& view) {

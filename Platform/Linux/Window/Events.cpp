@@ -123,7 +123,7 @@ void TakeFocus(UiThread& thread, const Window& window) {
 
 void HandleExpose(UiThread& thread, Window& window, const xcb_expose_event_t& event) {
     if (event.count > 0) return;
-    window.TellExposed();
+    window.exposedListeners.Tell();
     if (window.painting) return;
     window.painting = true;
     PostInput(thread, window.handle, WM_PAINT, 0, 0);

@@ -54,7 +54,7 @@ void PublishConstants(const Window& window) {
     const xcb_window_t id = window.x->Id();
     x.SetValues(id, x[Atom::WmProtocols], XCB_ATOM_ATOM,
                 {x[Atom::WmDeleteWindow], x[Atom::NetWmPing], x[Atom::NetWmSyncRequest]});
-    x.SetValues(id, x[Atom::NetWmSyncRequestCounter], XCB_ATOM_CARDINAL, {window.counter});
+    x.SetValues(id, x[Atom::NetWmSyncRequestCounter], XCB_ATOM_CARDINAL, {window.ResizeCounterId()});
     x.SetValues(id, x[Atom::MotifWmHints], x[Atom::MotifWmHints], MotifHints(window.Style()));
     x.SetValues(id, x[Atom::NetWmWindowType], XCB_ATOM_ATOM, {x[Atom::NetWmWindowTypeNormal]});
     x.SetValues(id, x[Atom::NetWmPid], XCB_ATOM_CARDINAL, {static_cast<std::uint32_t>(::getpid())});

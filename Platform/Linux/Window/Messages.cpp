@@ -10,6 +10,23 @@
 using Platform::MessageQueue;
 using Platform::UiThread;
 
+namespace {
+
+/// Whether a message tells what the pointer or the keyboard does.
+bool IsInput(UINT message) {
+    return (message >= WM_NCMOUSEMOVE && message <= WM_NCMBUTTONUP) ||
+           (message >= WM_KEYDOWN && message <= WM_SYSCHAR) || (message >= WM_MOUSEMOVE && message <= WM_MOUSEHWHEEL) ||
+           message == WM_NCMOUSELEAVE || message == WM_MOUSELEAVE;
+}
+
+void TellInput(HWND handle) noexcept try {
+    if (const auto window = Platform::FindOwnWindow(handle)) window->inputListeners.Tell();
+} catch (const std::bad_alloc&) {
+    // The answer comes at the usual pace then.
+}
+
+}  // namespace
+
 BOOL GetMessageW(LPMSG message, HWND window, UINT filterMin, UINT filterMax) noexcept try {
     if (!message || window || filterMin != 0 || filterMax != 0) {
         SetLastError(ERROR_INVALID_PARAMETER);
@@ -40,7 +57,9 @@ BOOL TranslateMessage(const MSG* message) noexcept {
 
 LRESULT DispatchMessageW(const MSG* message) noexcept {
     if (!message || !message->hwnd) return 0;
-    return Platform::CallProcedure(message->hwnd, message->message, message->wParam, message->lParam);
+    const LRESULT result = Platform::CallProcedure(message->hwnd, message->message, message->wParam, message->lParam);
+    if (IsInput(message->message)) TellInput(message->hwnd);
+    return result;
 }
 
 BOOL PostMessageW(HWND window, UINT message, WPARAM wParam, LPARAM lParam) noexcept try {

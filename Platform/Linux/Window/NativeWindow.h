@@ -45,6 +45,11 @@ void RemoveSeenListener(HWND window, std::uint64_t identifier);
 std::uint64_t AddExposedListener(HWND window, std::function<void()> listener);
 void RemoveExposedListener(HWND window, std::uint64_t identifier);
 
+/// Calls the listener whenever the window's procedure has handled a message of the pointer's or the keyboard's, on the
+/// same terms: the renderer doesn't put off the frames that answer it.
+std::uint64_t AddInputListener(HWND window, std::function<void()> listener);
+void RemoveInputListener(HWND window, std::uint64_t identifier);
+
 /// Says that a frame has been presented to the window over the view's connection. If the window manager waits for the
 /// frame of a new size, it may go on. `size` is the frame's; a frame that is known to be of another size than the
 /// window keeps it waiting. 0, 0 when unknown.

@@ -16,11 +16,15 @@ thread_local std::unique_ptr<UiThread> ownThread;
 constexpr std::uint8_t kEventKind = 0x7F;  // The other bit tells that a client sent the event.
 constexpr int kSizeMovePoll = 50;          // milliseconds
 
+int KindOf(const xcb_generic_event_t& event) {
+    return event.response_type & kEventKind;
+}
+
 /// Whether `later` makes `earlier` superfluous: the pointer's path and the steps of a resize are of no interest, only
 /// where they have got to.
 bool Supersedes(const xcb_generic_event_t& later, const xcb_generic_event_t& earlier) {
-    const int kind = later.response_type & kEventKind;
-    if (kind != (earlier.response_type & kEventKind)) return false;
+    const int kind = KindOf(later);
+    if (kind != KindOf(earlier)) return false;
     if (kind == XCB_MOTION_NOTIFY) {
         return reinterpret_cast<const xcb_motion_notify_event_t&>(later).event ==
                reinterpret_cast<const xcb_motion_notify_event_t&>(earlier).event;
@@ -30,6 +34,12 @@ bool Supersedes(const xcb_generic_event_t& later, const xcb_generic_event_t& ear
                reinterpret_cast<const xcb_configure_notify_event_t&>(earlier).window;
     }
     return false;
+}
+
+/// Whether the event only tells what a resize brought with it. A manager that makes a window wider and lower does it in
+/// two steps, each with such in its train, and the first is not worth a frame.
+bool FollowsResize(const xcb_generic_event_t& event) {
+    return KindOf(event) == XCB_EXPOSE || KindOf(event) == XCB_VISIBILITY_NOTIFY;
 }
 
 }  // namespace
@@ -80,13 +90,20 @@ MSG UiThread::Next() {
 }
 
 XOwned<xcb_generic_event_t> UiThread::NextEvent() {
-    auto event = ahead_ ? std::move(ahead_) : XOwned<xcb_generic_event_t>(xcb_poll_for_event(connection->Get()));
-    while (event) {
-        ahead_.reset(xcb_poll_for_event(connection->Get()));
-        if (!ahead_ || !Supersedes(*ahead_, *event)) break;
-        event = std::move(ahead_);
+    while (XOwned<xcb_generic_event_t> event{xcb_poll_for_event(connection->Get())}) ahead_.push_back(std::move(event));
+    while (!ahead_.empty()) {
+        XOwned<xcb_generic_event_t> event = std::move(ahead_.front());
+        ahead_.pop_front();
+        if (!IsSuperseded(*event)) return event;
     }
-    return event;
+    return nullptr;
+}
+
+bool UiThread::IsSuperseded(const xcb_generic_event_t& event) const {
+    const bool resize = KindOf(event) == XCB_CONFIGURE_NOTIFY;
+    const auto other =
+        std::ranges::find_if(ahead_, [&](const auto& later) { return !resize || !FollowsResize(*later); });
+    return other != ahead_.end() && Supersedes(**other, event);
 }
 
 void UiThread::Wait() {
@@ -95,8 +112,10 @@ void UiThread::Wait() {
         connection->Flush();
         EndIfLost(connection->Get());
         // Whoever waited for an answer since the last look, or flushed, may have read events along with it.
-        if (!ahead_) ahead_.reset(xcb_poll_for_queued_event(connection->Get()));
-        if (ahead_) return;
+        if (XOwned<xcb_generic_event_t> event{xcb_poll_for_queued_event(connection->Get())}) {
+            ahead_.push_back(std::move(event));
+        }
+        if (!ahead_.empty()) return;
         sources[1].fd = xcb_get_file_descriptor(connection->Get());
     }
     const bool watching = sizeMove && sizeMove->driver == SizeMove::Driver::Manager;

@@ -5,6 +5,7 @@
 #include "Platform/Linux/Window/Keyboard.h"
 #include "Platform/Linux/Window/Window.h"
 
+#include <deque>
 #include <memory>
 #include <optional>
 #include <vector>
@@ -76,9 +77,10 @@ public:
 
 private:
     XOwned<xcb_generic_event_t> NextEvent();
+    bool IsSuperseded(const xcb_generic_event_t& event) const;
     void Wait();
 
-    XOwned<xcb_generic_event_t> ahead_;  // read already, to see whether an event is the last of its kind
+    std::deque<XOwned<xcb_generic_event_t>> ahead_;  // read already, to see whether an event is the last of its kind
 };
 
 /// Posts an input message, with the time and place of the event that it stems from.

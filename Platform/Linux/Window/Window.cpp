@@ -2,8 +2,6 @@
 
 #include "Platform/Linux/Window/Registry/WindowRegistry.h"
 
-#include <xcb/sync.h>
-
 #include <utility>
 
 namespace Platform {
@@ -35,7 +33,7 @@ XWindow::~XWindow() {
 
 Window::Window(std::shared_ptr<XWindow> xWindow, std::shared_ptr<MessageQueue> ownQueue, WindowClass ownClass,
                DWORD style, DWORD extendedStyle)
-    : x(std::move(xWindow)), queue(std::move(ownQueue)), windowClass(std::move(ownClass)) {
+    : x(std::move(xWindow)), queue(std::move(ownQueue)), windowClass(std::move(ownClass)), resizeCounter_(x->Input()) {
     longs_[GWL_STYLE] = static_cast<LONG>(style);
     longs_[GWL_EXSTYLE] = static_cast<LONG>(extendedStyle);
     longs_[GWLP_USERDATA] = 0;
@@ -47,7 +45,6 @@ WindowView Window::View() const {
 }
 
 void Window::Change(const std::function<void(WindowView&)>& change) {
-    std::vector<std::function<void(bool)>> listeners;
     bool seen = false;
     {
         const std::lock_guard lock(mutex_);
@@ -55,40 +52,8 @@ void Window::Change(const std::function<void(WindowView&)>& change) {
         change(view_);
         seen = view_.Seen();
         if (seen == before) return;
-        for (const auto& [identifier, listener] : listeners_) listeners.push_back(listener);
     }
-    for (const auto& listener : listeners) listener(seen);
-}
-
-std::uint64_t Window::AddListener(std::function<void(bool)> listener) {
-    const std::lock_guard lock(mutex_);
-    listeners_[nextListener_] = std::move(listener);
-    return nextListener_++;
-}
-
-void Window::RemoveListener(std::uint64_t identifier) {
-    const std::lock_guard lock(mutex_);
-    listeners_.erase(identifier);
-}
-
-std::uint64_t Window::AddExposedListener(std::function<void()> listener) {
-    const std::lock_guard lock(mutex_);
-    exposedListeners_[nextListener_] = std::move(listener);
-    return nextListener_++;
-}
-
-void Window::RemoveExposedListener(std::uint64_t identifier) {
-    const std::lock_guard lock(mutex_);
-    exposedListeners_.erase(identifier);
-}
-
-void Window::TellExposed() {
-    std::vector<std::function<void()>> listeners;
-    {
-        const std::lock_guard lock(mutex_);
-        for (const auto& [identifier, listener] : exposedListeners_) listeners.push_back(listener);
-    }
-    for (const auto& listener : listeners) listener();
+    seenListeners.Tell(seen);
 }
 
 LONG_PTR Window::Long(int index) const {
@@ -103,15 +68,14 @@ LONG_PTR Window::SetLong(int index, LONG_PTR value) {
 }
 
 void Window::AskForFrame(std::uint64_t value) {
+    const std::uint32_t clock = FrameClock(x->Input());
     const std::lock_guard lock(mutex_);
-    asked_ = value;
+    resizeCounter_.Ask(value, clock);
 }
 
 void Window::SizeArrived(bool changed) {
     const std::lock_guard lock(mutex_);
-    if (!asked_) return;
-    owed_ = std::exchange(asked_, std::nullopt);
-    if (!changed) RaiseCounterLocked();  // there will be no frame for it
+    resizeCounter_.SizeArrived(changed, x->Rendering());
 }
 
 void Window::FrameShown(SIZE frame) {
@@ -119,16 +83,7 @@ void Window::FrameShown(SIZE frame) {
     const bool known = frame.cx > 0 && frame.cy > 0;
     const SIZE own = view_.PictureSize();
     if (known && (frame.cx != own.cx || frame.cy != own.cy)) return;
-    RaiseCounterLocked();
-}
-
-void Window::RaiseCounterLocked() {
-    if (!owed_) return;
-    const std::uint64_t value = *std::exchange(owed_, std::nullopt);
-    // Over the connection that the frame went: the server takes both in that order.
-    xcb_sync_set_counter(x->Rendering(), counter,
-                         {static_cast<std::int32_t>(value >> 32U), static_cast<std::uint32_t>(value)});
-    xcb_flush(x->Rendering());
+    resizeCounter_.FrameShown(x->Rendering());
 }
 
 void AddWindow(const std::shared_ptr<Window>& window) {

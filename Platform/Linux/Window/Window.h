@@ -2,7 +2,9 @@
 #pragma once
 
 #include "Platform/Linux/Window/Connection.h"
+#include "Platform/Linux/Window/Listeners.h"
 #include "Platform/Linux/Window/MessageQueue.h"
+#include "Platform/Linux/Window/ResizeCounter.h"
 #include "Platform/Linux/Window/WindowClass.h"
 
 #include <windows.h>
@@ -69,27 +71,23 @@ public:
     /// Changes the view, then tells the listeners if the window came into sight or went out of it. Window's thread.
     void Change(const std::function<void(WindowView&)>& change);
 
-    std::uint64_t AddListener(std::function<void(bool)> listener);
-    void RemoveListener(std::uint64_t identifier);
-
-    std::uint64_t AddExposedListener(std::function<void()> listener);
-    void RemoveExposedListener(std::uint64_t identifier);
-    /// Window's thread.
-    void TellExposed();
+    // NativeWindow.h says when each is told. On the window's thread.
+    Listeners<bool> seenListeners;
+    Listeners<> exposedListeners;
+    Listeners<> inputListeners;
 
     LONG_PTR Long(int index) const;
     LONG_PTR SetLong(int index, LONG_PTR value);
     DWORD Style() const { return static_cast<DWORD>(Long(GWL_STYLE)); }
     bool Resizable() const { return (Style() & WS_THICKFRAME) != 0; }
 
-    /// The window manager's resize protocol. It asks with a value and then sends the new size; the counter takes the
-    /// value when a frame of that size has been shown.
+    /// The window manager's resize protocol. Window's thread, but for the frame.
+    std::uint32_t ResizeCounterId() const { return resizeCounter_.Id(); }
     void AskForFrame(std::uint64_t value);
     void SizeArrived(bool changed);
     void FrameShown(SIZE frame);
 
     // Window's thread only.
-    std::uint32_t counter = 0;  // of the resize protocol; constant once the window is made
     bool reparented = false;
     bool painting = false;  // a WM_PAINT is on its way
     bool destroying = false;
@@ -102,16 +100,10 @@ public:
     std::array<HICON, 2> icons{};
 
 private:
-    void RaiseCounterLocked();
-
     mutable std::mutex mutex_;
     WindowView view_;  // guarded by mutex_, as all below
-    std::map<std::uint64_t, std::function<void(bool)>> listeners_;
-    std::map<std::uint64_t, std::function<void()>> exposedListeners_;  // guarded by mutex_
-    std::uint64_t nextListener_ = 1;
     std::map<int, LONG_PTR> longs_;
-    std::optional<std::uint64_t> asked_;  // the value whose size has not arrived
-    std::optional<std::uint64_t> owed_;   // the value whose frame has not been shown
+    ResizeCounter resizeCounter_;
 };
 
 /// Makes a handle known, or ends it. Any thread.

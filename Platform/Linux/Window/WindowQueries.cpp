@@ -38,20 +38,29 @@ bool IsWindowSeen(HWND handle) {
 
 std::uint64_t AddSeenListener(HWND handle, std::function<void(bool)> listener) {
     const std::shared_ptr<Window> window = FindWindowObject(handle);
-    return window ? window->AddListener(std::move(listener)) : 0;
+    return window ? window->seenListeners.Add(std::move(listener)) : 0;
 }
 
 void RemoveSeenListener(HWND handle, std::uint64_t identifier) {
-    if (const std::shared_ptr<Window> window = FindWindowObject(handle)) window->RemoveListener(identifier);
+    if (const std::shared_ptr<Window> window = FindWindowObject(handle)) window->seenListeners.Remove(identifier);
 }
 
 std::uint64_t AddExposedListener(HWND handle, std::function<void()> listener) {
     const std::shared_ptr<Window> window = FindWindowObject(handle);
-    return window ? window->AddExposedListener(std::move(listener)) : 0;
+    return window ? window->exposedListeners.Add(std::move(listener)) : 0;
 }
 
 void RemoveExposedListener(HWND handle, std::uint64_t identifier) {
-    if (const std::shared_ptr<Window> window = FindWindowObject(handle)) window->RemoveExposedListener(identifier);
+    if (const std::shared_ptr<Window> window = FindWindowObject(handle)) window->exposedListeners.Remove(identifier);
+}
+
+std::uint64_t AddInputListener(HWND handle, std::function<void()> listener) {
+    const std::shared_ptr<Window> window = FindWindowObject(handle);
+    return window ? window->inputListeners.Add(std::move(listener)) : 0;
+}
+
+void RemoveInputListener(HWND handle, std::uint64_t identifier) {
+    if (const std::shared_ptr<Window> window = FindWindowObject(handle)) window->inputListeners.Remove(identifier);
 }
 
 void FrameShown(HWND handle, SIZE size) {

