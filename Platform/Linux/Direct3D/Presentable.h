@@ -31,6 +31,9 @@ struct IPresentable : public IUnknown {
 
     /// The time between two frames; 1/60 s at first. A shorter one takes effect on a wait that goes on.
     virtual void SetPeriod(std::chrono::nanoseconds period) = 0;
+
+    /// Input has come: the next two frames may start without waiting for the rest of their period. Any thread.
+    virtual void Hurry() = 0;
 };
 
 }  // namespace Platform::Direct3D

@@ -42,6 +42,7 @@ public:
     bool HasNewPicture() override;
     void Shown() override;
     void SetPeriod(std::chrono::nanoseconds period) override { pacer_->SetPeriod(period); }
+    void Hurry() override { pacer_->Hurry(); }
 
 private:
     ~SwapChain() = default;

@@ -4,7 +4,6 @@
 #include "Platform/Linux/DirectComposition/Transformed.h"
 
 #include <algorithm>
-#include <chrono>
 #include <cmath>
 #include <exception>
 #include <utility>
@@ -14,13 +13,6 @@ using Microsoft::WRL::ComPtr;
 namespace Platform::DirectComposition {
 
 namespace {
-
-using namespace std::chrono_literals;
-
-constexpr std::chrono::nanoseconds displayPeriod = 1'000'000'000ns / 60;
-// Of a window that nobody sees a frame is drawn now and then only: a large animated background costs a software device
-// some 50 ms of processor time, and that is to stay below two percent.
-constexpr std::chrono::nanoseconds hiddenPeriod = 3s;
 
 ComPtr<Direct3D::IPresentable> PresentableOf(IUnknown* content) {
     ComPtr<Direct3D::IPresentable> presentable;
@@ -41,6 +33,10 @@ Direct3D::PixelRect WholeOf(const Direct3D::Texture& texture) {
     return {0, 0, texture.Size().width, texture.Size().height};
 }
 
+bool IsSame(const SIZE& one, const SIZE& two) {
+    return one.cx == two.cx && one.cy == two.cy;
+}
+
 bool HasPicture(const std::vector<Layer>& layers) {
     return std::ranges::any_of(layers, [](const Layer& layer) {
         const ComPtr<Direct3D::IPresentable> content = PresentableOf(layer.content);
@@ -50,57 +46,18 @@ bool HasPicture(const std::vector<Layer>& layers) {
 
 }  // namespace
 
-ShmPresenter::Screen::Screen(NativeWindowView nativeView)
-    : view(std::move(nativeView)), context(xcb_generate_id(view.connection.get())) {
-    xcb_create_gc(view.connection.get(), context, view.window, 0, nullptr);
-}
-
-ShmPresenter::Screen::~Screen() {
-    for (auto& image : images) image.reset();
-    xcb_free_gc(view.connection.get(), context);
-    xcb_flush(view.connection.get());
-}
-
-SharedImage* ShmPresenter::Screen::NextImage(SIZE size) {
-    const std::lock_guard lock(mutex);
-    std::unique_ptr<SharedImage>& image = images[1 - current];
-    if (image && image->View().width == size.cx && image->View().height == size.cy) {
-        image->WaitUntilRead();
-    } else {
-        image.reset();
-        image = SharedImage::Make(view.connection.get(), size.cx, size.cy);
-    }
-    return image.get();
-}
-
-void ShmPresenter::Screen::PutNext() {
-    const std::lock_guard lock(mutex);
-    current = 1 - current;
-    images[current]->Put(view.window, context, view.depth);
-}
-
-// The server keeps nothing of what was covered.
-void ShmPresenter::Screen::PutAgain() {
-    const std::lock_guard lock(mutex);
-    if (SharedImage* const image = images[current].get()) image->Put(view.window, context, view.depth);
-}
-
-void ShmPresenter::Screen::SetPace(bool isSeen) {
-    const std::lock_guard lock(mutex);
-    seen = isSeen;
-    for (const auto& content : paced) content->SetPeriod(isSeen ? displayPeriod : hiddenPeriod);
-}
-
 ShmPresenter::ShmPresenter(HWND window, NativeWindowView view)
     : window_(window), screen_(std::make_shared<Screen>(std::move(view))) {
     seenListener_ = AddSeenListener(window_, [screen = screen_](bool seen) { screen->SetPace(seen); });
     exposedListener_ = AddExposedListener(window_, [screen = screen_] { screen->PutAgain(); });
+    inputListener_ = AddInputListener(window_, [screen = screen_] { screen->Hurry(); });
     screen_->SetPace(IsWindowSeen(window_));
 }
 
 ShmPresenter::~ShmPresenter() {
     RemoveSeenListener(window_, seenListener_);
     RemoveExposedListener(window_, exposedListener_);
+    RemoveInputListener(window_, inputListener_);
 }
 
 HRESULT ShmPresenter::Show(const std::vector<Layer>& layers) try {
@@ -109,9 +66,12 @@ HRESULT ShmPresenter::Show(const std::vector<Layer>& layers) try {
     if (window.cx > 0 && window.cy > 0 && (hasShown_ || HasPicture(layers))) {
         hasShown_ = true;
         const SIZE size = PictureSize(layers, window);
-        if (SharedImage* const image = screen_->NextImage(size)) {
+        if (WouldLieWithinFormer(size, window)) {
+            // The picture of the window's own size is on its way.
+        } else if (SharedImage* const image = screen_->NextImage(size)) {
             Compose(image->View(), layers);
             screen_->PutNext();
+            former_ = size;
             FrameShown(window_, size);
         } else {
             result = E_OUTOFMEMORY;
@@ -144,6 +104,13 @@ SIZE ShmPresenter::PictureSize(const std::vector<Layer>& layers, SIZE window) {
     const bool isOfAnotherSize = !fills && !contents.empty() && contents == filling_;
     if (fills) filling_ = std::move(contents);
     return isOfAnotherSize && extent.cx > 0 && extent.cy > 0 ? extent : window;
+}
+
+// Of two pictures that a growing window has outrun the second may be the smaller one. The rim of the first would stay
+// around it. Within a picture of the window's own size a smaller one is what somebody wants.
+bool ShmPresenter::WouldLieWithinFormer(SIZE size, SIZE window) const {
+    if (IsSame(former_, window)) return false;
+    return std::min(former_.cx, window.cx) > size.cx || std::min(former_.cy, window.cy) > size.cy;
 }
 
 void ShmPresenter::Compose(const Pixels& target, const std::vector<Layer>& layers) {
@@ -217,9 +184,7 @@ ShmPresenter::Kept& ShmPresenter::Keep(Direct3D::IPresentable* content) {
     if (place == kept_.end()) {
         place = kept_.insert(kept_.end(), std::make_unique<Kept>());
         (*place)->content = content;
-        const std::lock_guard lock(screen_->mutex);
-        screen_->paced.emplace_back(content);
-        content->SetPeriod(screen_->seen ? displayPeriod : hiddenPeriod);
+        screen_->Pace(content);
     }
     (*place)->used = true;
     return **place;
@@ -227,9 +192,7 @@ ShmPresenter::Kept& ShmPresenter::Keep(Direct3D::IPresentable* content) {
 
 void ShmPresenter::DropUnused() {
     for (const auto& kept : kept_) {
-        if (kept->used) continue;
-        const std::lock_guard lock(screen_->mutex);
-        std::erase_if(screen_->paced, [&](const auto& paced) { return paced.Get() == kept->content.Get(); });
+        if (!kept->used) screen_->LeaveAlone(kept->content.Get());
     }
     std::erase_if(kept_, [](const std::unique_ptr<Kept>& kept) { return !kept->used; });
 }

@@ -39,6 +39,7 @@ private:
     };
 
     SIZE PictureSize(const std::vector<Layer>& layers, SIZE window);
+    bool WouldLieWithinFormer(SIZE size, SIZE window) const;
     Kept& Keep(Direct3D::IPresentable* content);
     void DropUnused();
     void Compose(const Pixels& target, const std::vector<Layer>& layers);
@@ -58,6 +59,9 @@ private:
         void PutNext();
         void PutAgain();
         void SetPace(bool isSeen);
+        void Hurry();
+        void Pace(Direct3D::IPresentable* content);
+        void LeaveAlone(const Direct3D::IPresentable* content);
 
         const NativeWindowView view;
         const xcb_gcontext_t context;
@@ -72,10 +76,12 @@ private:
     HWND window_;
     std::vector<std::unique_ptr<Kept>> kept_;
     std::vector<const IUnknown*> filling_;  ///< The contents that filled the window exactly when they last did.
+    SIZE former_{0, 0};                     ///< Of the picture that was put last.
     bool hasShown_ = false;  ///< A tree without a single picture, as it is at a window's start, shows nothing.
     std::shared_ptr<Screen> screen_;
     std::uint64_t seenListener_ = 0;
     std::uint64_t exposedListener_ = 0;
+    std::uint64_t inputListener_ = 0;
 };
 
 }  // namespace Platform::DirectComposition

@@ -76,6 +76,19 @@ TEST_F(FramePacerTest, AShorterPeriodEndsALongWait) {
     EXPECT_EQ(Wait(5000), WAIT_OBJECT_0);
 }
 
+TEST_F(FramePacerTest, AHurryEndsALongWait) {
+    pacer->SetPeriod(1h);
+    ASSERT_EQ(Wait(0), WAIT_OBJECT_0);
+    pacer->FrameShown();
+    EXPECT_EQ(Wait(10), WAIT_TIMEOUT);
+    pacer->Hurry();
+    ASSERT_EQ(Wait(5000), WAIT_OBJECT_0);
+    pacer->FrameShown();
+    ASSERT_EQ(Wait(5000), WAIT_OBJECT_0);
+    pacer->FrameShown();
+    EXPECT_EQ(Wait(10), WAIT_TIMEOUT);
+}
+
 TEST_F(FramePacerTest, OutlivesItsOwnerInAHandle) {
     pacer.reset();
     EXPECT_EQ(Wait(0), WAIT_OBJECT_0);

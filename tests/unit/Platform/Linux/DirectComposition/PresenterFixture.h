@@ -34,8 +34,10 @@ public:
         ++shown;
     }
     void SetPeriod(std::chrono::nanoseconds period) override { periods.push_back(period); }
+    void Hurry() override { ++hurried; }
 
     int shown = 0;
+    int hurried = 0;
     std::vector<std::chrono::nanoseconds> periods;
 
 private:

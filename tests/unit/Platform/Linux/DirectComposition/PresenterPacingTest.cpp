@@ -78,6 +78,32 @@ TEST_F(PresenterPacing, AContentThatIsNoLongerShownIsLeftAlone) {
     EXPECT_EQ(other->periods.size(), before);
 }
 
+TEST_F(PresenterPacing, InputHurriesTheContents) {
+    MakeWindow();
+    const Content other = Opaque(Picture(8, 8, 0xFFFFFFFF));
+    ASSERT_EQ(Show({{content_}, {other}}), S_OK);
+    PumpAll();
+    EXPECT_EQ(content_->hurried, 0);
+    display_.MovePointer(300, 200);
+    EXPECT_TRUE(PumpUntil([&] { return content_->hurried > 0; }));
+    EXPECT_EQ(other->hurried, content_->hurried);
+}
+
+TEST_F(PresenterPacing, InputForAWindowThatNobodySeesHurriesNothing) {
+    MakeWindow();
+    ASSERT_EQ(Show({{content_}}), S_OK);
+    Cover whole(display_, 90, 40, windowWidth + 20, windowHeight + 20);
+    ASSERT_TRUE(ComesTo(hiddenPeriod));
+    const int before = content_->hurried;
+    const MSG key{window_, WM_KEYDOWN, VK_SPACE, 0, 0, {}};
+    DispatchMessageW(&key);
+    EXPECT_EQ(content_->hurried, before);
+    whole.Remove();
+    ASSERT_TRUE(ComesTo(displayPeriod));
+    DispatchMessageW(&key);
+    EXPECT_GT(content_->hurried, before);
+}
+
 TEST_F(PresenterPacing, AfterThePresentersEndTheWindowPacesNothing) {
     MakeWindow();
     ASSERT_EQ(Show({{content_}}), S_OK);
@@ -85,8 +111,11 @@ TEST_F(PresenterPacing, AfterThePresentersEndTheWindowPacesNothing) {
     const std::size_t before = content_->periods.size();
     ShowWindow(window_, SW_HIDE);
     ASSERT_TRUE(PumpUntil([&] { return !Platform::IsWindowSeen(window_); }));
+    const MSG key{window_, WM_KEYDOWN, VK_SPACE, 0, 0, {}};
+    DispatchMessageW(&key);
     PumpAll();
     EXPECT_EQ(content_->periods.size(), before);
+    EXPECT_EQ(content_->hurried, 0);
 }
 
 }  // namespace

@@ -127,6 +127,29 @@ TEST_F(PresenterTest, APictureOfAFormerSizeKeepsItsPlaceInALargerWindow) {
     EXPECT_EQ(Shown(), picture.WithoutAlpha());
 }
 
+TEST_F(PresenterTest, OfTwoPicturesOfFormerSizesTheSmallerDoesNotComeToLieWithinTheLarger) {
+    MakeWindow();
+    const Content content = Opaque(Picture::Noise(windowWidth, windowHeight, 1));
+    ASSERT_EQ(Show({{content}}), S_OK);
+    display_.ConfigureWindow(XWindow(), 100, 50, 500, 360);
+    ASSERT_TRUE(PumpUntil([&] { return Platform::NativeWindowSize(window_).cx == 500; }));
+    const Picture larger = Picture::Noise(450, 340, 2);
+    content->Set(larger);
+    EXPECT_EQ(Show({{content}}), S_OK);
+    EXPECT_EQ(ShownPart(0, 0, larger.width, larger.height), larger.WithoutAlpha());
+
+    for (const SIZE size : {SIZE{440, 350}, SIZE{460, 330}}) {
+        content->Set(Picture::Noise(size.cx, size.cy, 3));
+        EXPECT_EQ(Show({{content}}), S_OK);
+        EXPECT_EQ(ShownPart(0, 0, larger.width, larger.height), larger.WithoutAlpha());
+    }
+    const Picture whole = Picture::Noise(500, 360, 4);
+    content->Set(whole);
+    EXPECT_EQ(Show({{content}}), S_OK);
+    EXPECT_EQ(ShownPart(0, 0, whole.width, whole.height), whole.WithoutAlpha());
+    EXPECT_EQ(content->shown, 5);
+}
+
 TEST_F(PresenterTest, BeforeAnythingWasPresentedTheWindowIsLeftAsItIs) {
     MakeWindow();
     PaintWindow(0x00FFFFFF);
