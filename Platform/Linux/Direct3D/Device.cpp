@@ -3,12 +3,12 @@
 #include "Platform/Linux/Direct3D/Batch.h"
 #include "Platform/Linux/Direct3D/Formats.h"
 #include "Platform/Linux/Direct3D/Instance.h"
+#include "Platform/Linux/Direct3D/PhysicalDevice.h"
 #include "Platform/Linux/Direct3D/PipelineCache.h"
 
 #include <algorithm>
 #include <atomic>
 #include <cstring>
-#include <optional>
 
 namespace Platform::Direct3D {
 
@@ -18,30 +18,6 @@ namespace {
 constexpr std::size_t batchCount = 4;
 
 std::atomic<bool> wasEverMade{false};
-
-std::optional<std::uint32_t> FindQueueFamily(VkPhysicalDevice device) {
-    std::uint32_t count = 0;
-    vkGetPhysicalDeviceQueueFamilyProperties(device, &count, nullptr);
-    std::vector<VkQueueFamilyProperties> families(count);
-    vkGetPhysicalDeviceQueueFamilyProperties(device, &count, families.data());
-    constexpr VkQueueFlags needed = VK_QUEUE_GRAPHICS_BIT | VK_QUEUE_COMPUTE_BIT;
-    for (std::uint32_t i = 0; i < count; ++i) {
-        if ((families[i].queueFlags & needed) == needed) return i;
-    }
-    return std::nullopt;
-}
-
-/// Vulkan 1.3 with passes that need no objects of their own; all maintained drivers in Debian 12 have it.
-bool IsUsable(VkPhysicalDevice device) {
-    VkPhysicalDeviceProperties properties{};
-    vkGetPhysicalDeviceProperties(device, &properties);
-    if (properties.apiVersion < VK_API_VERSION_1_3 || !FindQueueFamily(device)) return false;
-    auto features13 = Typed<VkPhysicalDeviceVulkan13Features>(VK_STRUCTURE_TYPE_PHYSICAL_DEVICE_VULKAN_1_3_FEATURES);
-    auto features = Typed<VkPhysicalDeviceFeatures2>(VK_STRUCTURE_TYPE_PHYSICAL_DEVICE_FEATURES_2);
-    features.pNext = &features13;
-    vkGetPhysicalDeviceFeatures2(device, &features);
-    return features13.dynamicRendering && features13.synchronization2;
-}
 
 VkBufferImageCopy CopyOf(VkDeviceSize bufferOffset, const PixelRect& rect) {
     VkBufferImageCopy copy{};
@@ -94,14 +70,8 @@ GraphicsDevice::~GraphicsDevice() {
 void GraphicsDevice::ChooseDevice() {
     const struct Instance& instance = SharedInstance();
     instance_ = instance.handle;
-    std::uint32_t count = 0;
-    Check(vkEnumeratePhysicalDevices(instance_, &count, nullptr));
-    std::vector<VkPhysicalDevice> devices(count);
-    Check(vkEnumeratePhysicalDevices(instance_, &count, devices.data()));
-    devices.resize(count);
-
     // Drivers list the device of the display first, so that the order among hardware is theirs.
-    for (VkPhysicalDevice each : devices) {
+    for (VkPhysicalDevice each : PhysicalDevicesOf(instance_)) {
         VkPhysicalDeviceProperties properties{};
         vkGetPhysicalDeviceProperties(each, &properties);
         const bool isSoftware = properties.deviceType == VK_PHYSICAL_DEVICE_TYPE_CPU;

@@ -1,9 +1,16 @@
 #include "Platform/Linux/Direct3D/Instance.h"
 
+#include "Platform/Linux/Direct3D/Drivers.h"
+#include "Platform/Linux/Direct3D/PhysicalDevice.h"
+
+#include <dlfcn.h>
+
 #include <algorithm>
 #include <atomic>
 #include <cstdio>
 #include <mutex>
+#include <optional>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -31,7 +38,51 @@ bool HasLayer(std::string_view name) {
     return std::ranges::any_of(all, [&](const auto& each) { return name == each.layerName; });
 }
 
+VkApplicationInfo Application() {
+    auto application = Typed<VkApplicationInfo>(VK_STRUCTURE_TYPE_APPLICATION_INFO);
+    application.apiVersion = VK_API_VERSION_1_3;
+    return application;
+}
+
+/// An instance of one driver, without Vulkan's loader between. None where the driver doesn't let itself be used so or
+/// has no usable device. What the driver's library brought into the process stays there.
+std::optional<Instance> MakeInstanceOf(const std::string& driver) {
+    // The version from which a driver takes any version of Vulkan that a program asks for.
+    constexpr std::uint32_t interfaceVersion = 5;
+
+    void* const library = dlopen(driver.c_str(), RTLD_LAZY | RTLD_LOCAL);
+    if (!library) return std::nullopt;
+    const auto agree = reinterpret_cast<VkResult(VKAPI_PTR*)(std::uint32_t*)>(
+        dlsym(library, "vk_icdNegotiateLoaderICDInterfaceVersion"));
+    const auto functions = reinterpret_cast<PFN_vkGetInstanceProcAddr>(dlsym(library, "vk_icdGetInstanceProcAddr"));
+    std::uint32_t version = interfaceVersion;
+    if (!agree || !functions || agree(&version) != VK_SUCCESS || version != interfaceVersion) return std::nullopt;
+    volkInitializeCustom(functions);
+    const VkApplicationInfo application = Application();
+    auto info = Typed<VkInstanceCreateInfo>(VK_STRUCTURE_TYPE_INSTANCE_CREATE_INFO);
+    info.pApplicationInfo = &application;
+    Instance made;
+    if (!vkCreateInstance || vkCreateInstance(&info, nullptr, &made.handle) != VK_SUCCESS) return std::nullopt;
+    volkLoadInstance(made.handle);
+    try {
+        if (std::ranges::any_of(PhysicalDevicesOf(made.handle), &IsUsable)) return made;
+    } catch (const VulkanError&) {}  // The loader's way tells what is wrong.
+    vkDestroyInstance(made.handle, nullptr);
+    return std::nullopt;
+}
+
+/// On a machine where only a software driver can have a device. The loader would load all the others as well, of which
+/// some have a compiler with them, and each layer; that takes as long as all else of a program's start.
+std::optional<Instance> MakeSoftwareInstance() {
+    if (validate) return std::nullopt;
+    for (const std::string& driver : SoftwareDriversAlone(LookAround(DriverPlaces::OfProcess()))) {
+        if (const std::optional<Instance> made = MakeInstanceOf(driver)) return made;
+    }
+    return std::nullopt;
+}
+
 Instance MakeInstance() {
+    if (const std::optional<Instance> software = MakeSoftwareInstance()) return *software;
     Check(volkInitialize());
     Instance made;
     std::vector<const char*> extensions;
@@ -47,8 +98,7 @@ Instance MakeInstance() {
         extensions.push_back(VK_EXT_DEBUG_UTILS_EXTENSION_NAME);
     }
 
-    auto application = Typed<VkApplicationInfo>(VK_STRUCTURE_TYPE_APPLICATION_INFO);
-    application.apiVersion = VK_API_VERSION_1_3;
+    const VkApplicationInfo application = Application();
     auto info = Typed<VkInstanceCreateInfo>(VK_STRUCTURE_TYPE_INSTANCE_CREATE_INFO);
     info.pNext = validate ? &messenger : nullptr;
     info.pApplicationInfo = &application;
