@@ -1,6 +1,7 @@
 #include "Platform/Linux/Direct3D/Direct3DDevice.h"
 
 #include "Platform/Linux/Direct3D/DeferredContext.h"
+#include "Platform/Linux/Direct3D/PipelineCache.h"
 
 #include <cstring>
 
@@ -32,7 +33,8 @@ HRESULT MakeShader(const char* className, IGraphicsObject& owner, VkShaderStageF
     std::memcpy(words.data(), code, size);
     std::string entryPoint = FindEntryPoint(words, stage);
     if (entryPoint.empty()) return E_INVALIDARG;
-    return HandOut(MakeObject<Made>(className, owner, words, std::move(entryPoint)), shader);
+    auto program = owner.Graphics()->Pipelines().Code(std::move(words), std::move(entryPoint));
+    return HandOut(MakeObject<Made>(className, owner, std::move(program)), shader);
 } catch (...) {
     return CurrentFailure();
 }

@@ -2,6 +2,9 @@
 
 #include "Platform/Linux/Direct3D/Device.h"
 #include "Platform/Linux/Direct3D/Shader.h"
+#include "Platform/Linux/Direct3D/TrimmedProgram.h"
+
+#include <algorithm>
 
 namespace Platform::Direct3D {
 
@@ -60,12 +63,19 @@ VkPipelineColorBlendAttachmentState BlendOf(const DrawingKey& key) {
     return state;
 }
 
-VkPipelineShaderStageCreateInfo StageOf(VkShaderStageFlagBits stage, const ShaderCode& code) {
+VkPipelineShaderStageCreateInfo StageOf(VkShaderStageFlagBits stage, const ShaderModule& module,
+                                        const ShaderCode& code) {
     auto info = Typed<VkPipelineShaderStageCreateInfo>(VK_STRUCTURE_TYPE_PIPELINE_SHADER_STAGE_CREATE_INFO);
     info.stage = stage;
-    info.module = code.Module();
+    info.module = module.Handle();
     info.pName = code.EntryPoint();
     return info;
+}
+
+std::vector<std::uint32_t> TrimmedFor(const ShaderCode& pixel, const ShaderCode& vertex) {
+    const auto read = InputLocations(pixel.Words());
+    if (!read) return {vertex.Words().begin(), vertex.Words().end()};
+    return WithoutUnreadOutputs(vertex.Words(), *read);
 }
 
 }  // namespace
@@ -108,6 +118,18 @@ PipelineCache::Layouts PipelineCache::MakeLayouts(VkShaderStageFlags stages, Sto
     return made;
 }
 
+std::shared_ptr<const ShaderCode> PipelineCache::Code(std::vector<std::uint32_t> words, std::string entryPoint) {
+    const auto lock = device_.Lock();
+    std::erase_if(codes_, [](const auto& each) { return each.expired(); });
+    for (const auto& each : codes_) {
+        auto code = each.lock();
+        if (code && entryPoint == code->EntryPoint() && std::ranges::equal(words, code->Words())) return code;
+    }
+    auto made = std::make_shared<const ShaderCode>(device_, std::move(words), std::move(entryPoint));
+    codes_.push_back(made);
+    return made;
+}
+
 VkPipeline PipelineCache::Drawing(const DrawingKey& key, const ShaderCode& vertex, const ShaderCode& pixel) {
     std::shared_ptr<const Pipeline>& entry = drawings_[key];
     if (!entry) entry = MakeDrawing(key, vertex, pixel);
@@ -116,8 +138,10 @@ VkPipeline PipelineCache::Drawing(const DrawingKey& key, const ShaderCode& verte
 
 std::shared_ptr<const Pipeline> PipelineCache::MakeDrawing(const DrawingKey& key, const ShaderCode& vertex,
                                                            const ShaderCode& pixel) {
-    const std::array stages = {StageOf(VK_SHADER_STAGE_VERTEX_BIT, vertex),
-                               StageOf(VK_SHADER_STAGE_FRAGMENT_BIT, pixel)};
+    const ShaderModule vertexModule(device_, TrimmedFor(pixel, vertex));
+    const ShaderModule pixelModule(device_, pixel.Words());
+    const std::array stages = {StageOf(VK_SHADER_STAGE_VERTEX_BIT, vertexModule, vertex),
+                               StageOf(VK_SHADER_STAGE_FRAGMENT_BIT, pixelModule, pixel)};
 
     std::vector<VkVertexInputAttributeDescription> attributes;
     std::vector<VkVertexInputBindingDescription> streams;
@@ -184,7 +208,8 @@ VkPipeline PipelineCache::Computing(const ShaderCode& program) {
     std::shared_ptr<const Pipeline>& entry = computings_[program.Id()];
     if (!entry) {
         auto info = Typed<VkComputePipelineCreateInfo>(VK_STRUCTURE_TYPE_COMPUTE_PIPELINE_CREATE_INFO);
-        info.stage = StageOf(VK_SHADER_STAGE_COMPUTE_BIT, program);
+        const ShaderModule module(device_, program.Words());
+        info.stage = StageOf(VK_SHADER_STAGE_COMPUTE_BIT, module, program);
         info.layout = computing_.pipeline;
         VkPipeline made = VK_NULL_HANDLE;
         Check(vkCreateComputePipelines(device_.Handle(), VK_NULL_HANDLE, 1, &info, nullptr, &made));

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <string>
 #include <vector>
 
 namespace Platform::Direct3D {
@@ -46,13 +47,17 @@ private:
     VkPipeline handle_;
 };
 
-/// The pipelines of a device, each made when first needed. With the device locked, but for Forget.
+/// The pipelines of a device, each made when first needed. With the device locked, but for Code and Forget.
 class PipelineCache {
 public:
     explicit PipelineCache(GraphicsDevice& device);
     ~PipelineCache();
     PipelineCache(const PipelineCache&) = delete;
     PipelineCache& operator=(const PipelineCache&) = delete;
+
+    /// The program with these words, which FindEntryPoint accepts: one that still is in use, else a new one. Any
+    /// thread.
+    std::shared_ptr<const ShaderCode> Code(std::vector<std::uint32_t> words, std::string entryPoint);
 
     VkPipeline Drawing(const DrawingKey& key, const ShaderCode& vertex, const ShaderCode& pixel);
     VkPipeline Computing(const ShaderCode& program);
@@ -77,6 +82,7 @@ private:
     GraphicsDevice& device_;
     Layouts drawing_;
     Layouts computing_;
+    std::vector<std::weak_ptr<const ShaderCode>> codes_;
     std::map<DrawingKey, std::shared_ptr<const Pipeline>> drawings_;
     std::map<std::uint64_t, std::shared_ptr<const Pipeline>> computings_;
 };

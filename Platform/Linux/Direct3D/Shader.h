@@ -2,28 +2,46 @@
 
 #include "Platform/Linux/Direct3D/DeviceChild.h"
 
+#include <memory>
 #include <span>
 #include <string>
+#include <vector>
 
 namespace Platform::Direct3D {
 
-/// A program of one stage, as pipelines need it.
+/// A program as a driver takes it. Pipelines don't need it any more once they are made.
+class ShaderModule {
+public:
+    /// Throws VulkanError.
+    ShaderModule(GraphicsDevice& device, std::span<const std::uint32_t> words);
+    ~ShaderModule();
+    ShaderModule(const ShaderModule&) = delete;
+    ShaderModule& operator=(const ShaderModule&) = delete;
+
+    VkShaderModule Handle() const { return handle_; }
+
+private:
+    GraphicsDevice& device_;
+    VkShaderModule handle_ = VK_NULL_HANDLE;
+};
+
+/// A program of one stage, as pipelines need it. Shaders with the same words share one, and so their pipelines.
 class ShaderCode {
 public:
-    /// `words` is a program that FindEntryPoint accepts. Throws VulkanError.
-    ShaderCode(GraphicsDevice& device, std::span<const std::uint32_t> words, std::string entryPoint);
+    /// `words` is a program that FindEntryPoint accepts. PipelineCache::Code makes them.
+    ShaderCode(GraphicsDevice& device, std::vector<std::uint32_t> words, std::string entryPoint);
     ~ShaderCode();
     ShaderCode(const ShaderCode&) = delete;
     ShaderCode& operator=(const ShaderCode&) = delete;
 
-    VkShaderModule Module() const { return module_; }
+    std::span<const std::uint32_t> Words() const { return words_; }
     const char* EntryPoint() const { return entryPoint_.c_str(); }
     /// A number that no other program of the process has or had.
     std::uint64_t Id() const { return id_; }
 
 private:
     GraphicsDevice& device_;
-    VkShaderModule module_ = VK_NULL_HANDLE;
+    const std::vector<std::uint32_t> words_;
     const std::string entryPoint_;
     const std::uint64_t id_;
 };
@@ -34,13 +52,13 @@ std::string FindEntryPoint(std::span<const std::uint32_t> words, VkShaderStageFl
 template <class Interface>
 class Shader final : public DeviceChild<Interface> {
 public:
-    Shader(const char* className, IGraphicsObject& owner, std::span<const std::uint32_t> words, std::string entryPoint)
-        : DeviceChild<Interface>(className, owner), code_(*owner.Graphics(), words, std::move(entryPoint)) {}
+    Shader(const char* className, IGraphicsObject& owner, std::shared_ptr<const ShaderCode> code)
+        : DeviceChild<Interface>(className, owner), code_(std::move(code)) {}
 
-    const ShaderCode& Code() const { return code_; }
+    const ShaderCode& Code() const { return *code_; }
 
 private:
-    ShaderCode code_;
+    const std::shared_ptr<const ShaderCode> code_;
 };
 
 using VertexShader = Shader<ID3D11VertexShader>;

@@ -10,4 +10,6 @@ extern const std::span<const std::uint32_t> coordinates;
 extern const std::span<const std::uint32_t> constant;
 extern const std::span<const std::uint32_t> sampled;
 extern const std::span<const std::uint32_t> grid;
+extern const std::span<const std::uint32_t> terms;
+extern const std::span<const std::uint32_t> waves;
 }  // namespace Programs
