@@ -1,5 +1,7 @@
 #include "Platform/Linux/Direct3D/DeviceAhead.h"
 
+#include "Platform/Linux/Base/SpareThread.h"
+
 #include <exception>
 
 namespace Platform::Direct3D {
@@ -22,7 +24,9 @@ std::shared_ptr<GraphicsDevice> MakeQuietly() {
 std::shared_ptr<DeviceAhead> DeviceAhead::Start() try {
     const std::lock_guard lock(currentMutex);
     std::shared_ptr<DeviceAhead> ahead = current.lock();
-    if (!ahead && !GraphicsDevice::WasEverMade()) current = ahead = std::make_shared<DeviceAhead>();
+    if (ahead || GraphicsDevice::WasEverMade()) return ahead;
+    SpareThread::Keep();  // Soon the linker loads a driver.
+    current = ahead = std::make_shared<DeviceAhead>();
     return ahead;
 } catch (const std::exception&) {
     return nullptr;  // No thread to spare: the device is made when it is asked for.

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Base/ComObject.h"
+#include "Platform/Linux/DirectWrite/FontSource.h"
 
 #include <dwrite_3.h>
 #include <wrl/client.h>
@@ -31,8 +32,12 @@ public:
     bool IsRegistered(const IDWriteFontFileLoader* loader) const;
 
 private:
-    ~Factory() override = default;
+    ~Factory() override {
+        if (reading_.valid()) reading_.wait();
+    }
 
+    // Whoever asks for a factory will set text, mostly in the system's fonts.
+    const std::shared_future<void> reading_ = FontSource::ReadSystemAhead();
     mutable std::mutex mutex_;
     std::vector<Microsoft::WRL::ComPtr<IDWriteFontFileLoader>> loaders_;  // guarded by mutex_
 };

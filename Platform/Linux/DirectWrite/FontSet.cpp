@@ -49,18 +49,13 @@ HRESULT FontSetBuilder::CreateFontSet(IDWriteFontSet** set) try {
 
 namespace {
 
-// Reading the system's fonts is the longest part of setting the first text, and who makes a collection will set some:
-// it runs while the program does other things.
 std::shared_future<std::shared_ptr<FontSource>> Reading(std::vector<ComPtr<FontFile>> files,
                                                         std::vector<std::wstring> families) {
-    const auto read = [files = std::move(files), families = std::move(families)] {
-        return std::make_shared<FontSource>(files, families);
-    };
-    try {
-        return std::async(std::launch::async, read).share();
-    } catch (const std::system_error&) {
-        return std::async(std::launch::deferred, read).share();  // No thread to spare: read by whoever asks first.
-    }
+    return std::async(std::launch::deferred,
+                      [files = std::move(files), families = std::move(families)] {
+                          return std::make_shared<FontSource>(files, families);
+                      })
+        .share();
 }
 
 }  // namespace

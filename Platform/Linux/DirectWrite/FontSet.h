@@ -65,8 +65,7 @@ public:
     HRESULT FindFamilyName(const WCHAR* name, UINT32* index, BOOL* exists) override;
     HRESULT GetFontSet(IDWriteFontSet** set) override;
 
-    /// The collection's fonts with the system's behind them, which are being read since the collection was made. Waits
-    /// for that. Throws std::runtime_error.
+    /// The collection's fonts with the system's behind them, read at the first call. Throws std::runtime_error.
     std::shared_ptr<FontSource> Source() { return source_.get(); }
 
 private:
@@ -74,7 +73,7 @@ private:
 
     ComPtr<FontSet> set_;
     std::vector<std::wstring> families_;
-    std::shared_future<std::shared_ptr<FontSource>> source_;  // its end waits for the thread
+    std::shared_future<std::shared_ptr<FontSource>> source_;
 };
 
 }  // namespace Platform::DirectWrite

@@ -1,5 +1,6 @@
 #include "Platform/Linux/DirectWrite/FontSource.h"
 
+#include "Platform/Linux/Base/SpareThread.h"
 #include "Platform/Text/Unicode.h"
 
 #include <hb.h>
@@ -9,6 +10,8 @@
 
 #include <algorithm>
 #include <stdexcept>
+#include <system_error>
+#include <utility>
 
 namespace Platform::DirectWrite {
 
@@ -79,6 +82,19 @@ std::shared_ptr<FontSource> FontSource::System() {
     static const std::shared_ptr<FontSource> system = std::make_shared<FontSource>(
         std::span<const Microsoft::WRL::ComPtr<FontFile>>{}, std::span<const std::wstring>{});
     return system;
+}
+
+std::shared_future<void> FontSource::ReadSystemAhead() {
+    // Fonts that can't be read are for those to report who set text in them.
+    const auto task = std::make_shared<std::packaged_task<void()>>([] { System(); });
+    std::shared_future<void> done = task->get_future().share();
+    std::function<void()> work = [task] { (*task)(); };
+    if (SpareThread::Hand(work)) return done;
+    try {
+        return std::async(std::launch::async, std::move(work)).share();
+    } catch (const std::system_error&) {
+        return {};  // No thread to spare: read by whoever asks first.
+    }
 }
 
 FontSource::FontSource(std::span<const Microsoft::WRL::ComPtr<FontFile>> files, std::span<const std::wstring> families)

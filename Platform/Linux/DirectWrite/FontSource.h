@@ -9,6 +9,7 @@
 #include <pango/pangofc-fontmap.h>
 #include <wrl/client.h>
 
+#include <future>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -33,6 +34,9 @@ class FontSource {
 public:
     /// The system's fonts, read once. Throws std::runtime_error if there are none.
     static std::shared_ptr<FontSource> System();
+    /// Begins to read them while the program does other things: that is the longest part of setting the first text. To
+    /// be waited for before the process ends.
+    static std::shared_future<void> ReadSystemAhead();
     /// The fonts of some files first, then the system's. `families` are those of the files: the system's fonts of the
     /// same names are left out.
     FontSource(std::span<const Microsoft::WRL::ComPtr<FontFile>> files, std::span<const std::wstring> families);

@@ -14,6 +14,7 @@
 
 #include <cstdlib>
 #include <string>
+#include <utility>
 
 namespace Platform {
 
@@ -45,8 +46,6 @@ Keyboard::Keyboard(const Connection& connection)
     if (found) device_ = xkb_x11_get_core_keyboard_device_id(connection.Get());
     LoadLayout();
     FollowChanges();
-    composeTable_ = xkb_compose_table_new_from_locale(context_, TypingLocale(), XKB_COMPOSE_COMPILE_NO_FLAGS);
-    if (composeTable_) compose_ = xkb_compose_state_new(composeTable_, XKB_COMPOSE_STATE_NO_FLAGS);
 }
 
 Keyboard::~Keyboard() {
@@ -55,6 +54,14 @@ Keyboard::~Keyboard() {
     xkb_state_unref(state_);
     xkb_keymap_unref(keymap_);
     xkb_context_unref(context_);
+}
+
+/// Reads how the locale composes characters, at the first press: the table is a large file, and a window's start
+/// needn't wait for it.
+void Keyboard::LoadComposing() {
+    if (std::exchange(composingLoaded_, true)) return;
+    composeTable_ = xkb_compose_table_new_from_locale(context_, TypingLocale(), XKB_COMPOSE_COMPILE_NO_FLAGS);
+    if (composeTable_) compose_ = xkb_compose_state_new(composeTable_, XKB_COMPOSE_STATE_NO_FLAGS);
 }
 
 void Keyboard::LoadLayout() {
@@ -178,6 +185,7 @@ std::u16string Keyboard::Typed(std::uint8_t keycode) {
     if (!state_) return {};
     std::array<char, 64> text{};
     const xkb_keysym_t symbol = xkb_state_key_get_one_sym(state_, keycode);
+    LoadComposing();
     if (compose_ && xkb_compose_state_feed(compose_, symbol) == XKB_COMPOSE_FEED_ACCEPTED) {
         const xkb_compose_status status = xkb_compose_state_get_status(compose_);
         if (status == XKB_COMPOSE_COMPOSED) xkb_compose_state_get_utf8(compose_, text.data(), text.size());

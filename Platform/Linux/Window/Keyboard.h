@@ -47,6 +47,7 @@ public:
 
 private:
     void LoadLayout();
+    void LoadComposing();
     void FollowChanges();
     void TakeModifiers();
     void WithoutExtension(std::uint16_t state);
@@ -60,6 +61,7 @@ private:
     xkb_state* state_ = nullptr;
     xkb_compose_table* composeTable_ = nullptr;
     xkb_compose_state* compose_ = nullptr;
+    bool composingLoaded_ = false;
     std::int32_t device_ = -1;      // the extension's number of the keyboard; -1 without it
     std::uint8_t firstEvent_ = 0;   // the extension's event code
     std::array<bool, 256> down_{};  // by virtual key
