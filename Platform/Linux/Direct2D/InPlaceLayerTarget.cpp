@@ -55,10 +55,7 @@ HRESULT InPlaceLayerTarget::Compose(const LayerFrame& frame) noexcept try {
     const auto lock = device_->Lock();
     device_->AwaitPixels(image);
     const Pixels target = PixelsOf(*image);
-    if (frame.clear) {
-        const std::uint32_t pixel = PixelOf(*frame.clear);
-        for (int y = 0; y < target.height; ++y) std::fill_n(target.Row(y), target.width, pixel);
-    }
+    if (frame.clear) SetAll(target, PixelOf(*frame.clear));
     if (!spans_.empty()) BlendSpans(target, PixelsOf(frame, size_), spans_, 0, 0);
     return S_OK;
 } catch (...) {

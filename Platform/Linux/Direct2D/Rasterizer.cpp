@@ -159,9 +159,13 @@ std::size_t Rasterizer::Repaint(const PixelRect& rect, std::span<const DrawComma
     cairo_save(cairo_);
     cairo_rectangle(cairo_, rect.left, rect.top, rect.Width(), rect.Height());
     cairo_clip(cairo_);
-    cairo_set_operator(cairo_, CAIRO_OPERATOR_CLEAR);
-    cairo_paint(cairo_);
-    cairo_set_operator(cairo_, CAIRO_OPERATOR_OVER);
+    // A new surface is clear already, and what nobody has written to takes no memory.
+    if (Overlap(touched_, rect)) {
+        cairo_set_operator(cairo_, CAIRO_OPERATOR_CLEAR);
+        cairo_paint(cairo_);
+        cairo_set_operator(cairo_, CAIRO_OPERATOR_OVER);
+    }
+    touched_ = Unite(touched_, rect);
     std::size_t painted = 0;
     for (const DrawCommand& command : commands) {
         if (!Overlap(command.bounds, rect)) continue;

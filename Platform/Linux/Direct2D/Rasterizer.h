@@ -40,6 +40,7 @@ private:
     int height_;
     cairo_surface_t* surface_;
     cairo_t* cairo_;
+    PixelRect touched_;  ///< Outside it nothing has been painted yet.
 };
 
 }  // namespace Platform::Direct2D

@@ -1,6 +1,8 @@
 #include "Platform/Linux/Pixels/Blend.h"
 
 #include <algorithm>
+#include <functional>
+#include <numeric>
 
 namespace Platform {
 
@@ -83,6 +85,19 @@ void BlendSpans(const Pixels& target, const Pixels& source, const std::vector<Sp
         const std::uint32_t* const from = source.Row(span.row) + (left - x);
         std::uint32_t* const to = target.Row(row) + left;
         std::transform(from, from + (right - left), to, to, &Over);
+    }
+}
+
+void SetAll(const Pixels& target, std::uint32_t pixel) {
+    constexpr std::ptrdiff_t piece = 1024;  // a page of memory
+    for (int y = 0; y < target.height; ++y) {
+        std::uint32_t* const end = target.Row(y) + target.width;
+        for (std::uint32_t* at = target.Row(y); at != end;) {
+            std::uint32_t* const next = at + std::min(piece, end - at);
+            const bool isSet = pixel == 0 && std::reduce(at, next, 0U, std::bit_or<>()) == 0;
+            if (!isSet) std::fill(at, next, pixel);
+            at = next;
+        }
     }
 }
 

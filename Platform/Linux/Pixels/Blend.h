@@ -37,6 +37,10 @@ void CopyOpaque(const Pixels& target, const Pixels& source, int x, int y);
 /// Lays the runs of a premultiplied source over the target: source + target × (1 - alpha), rounded to nearest.
 void BlendSpans(const Pixels& target, const Pixels& source, const std::vector<Span>& spans, int x, int y);
 
+/// Sets all pixels to one value. Zeros are only written where there is anything else: a new picture is zero, and the
+/// system gives it no memory before somebody writes to it.
+void SetAll(const Pixels& target, std::uint32_t pixel);
+
 /// Sets what lies outside the rectangle to opaque black.
 void BlackenOutside(const Pixels& target, int left, int top, int right, int bottom);
 

@@ -1,10 +1,12 @@
 #include "Platform/Linux/Pixels/Blend.h"
 
 #include <gtest/gtest.h>
+#include <sys/mman.h>
 
 #include <algorithm>
 #include <cmath>
 #include <random>
+#include <vector>
 
 namespace Platform {
 namespace {
@@ -142,4 +144,28 @@ TEST(Blend, OnlyTheOutsideIsBlackened) {
 }
 
 }  // namespace
+TEST(BlendTest, SettingAllReachesEveryPixelOfTheRowsAndNoneBesides) {
+    constexpr int width = 1500;
+    constexpr std::size_t stride = 1504;
+    std::vector<std::uint32_t> memory(stride * 3, 7U);
+    const Pixels picture{memory.data(), stride, width, 3};
+    for (const std::uint32_t value : {0x80402010U, 0U, 0xFFFFFFFFU, 0U}) {
+        SetAll(picture, value);
+        for (int row = 0; row < 3; ++row) {
+            const auto* const first = picture.Row(row);
+            EXPECT_EQ(std::count(first, first + width, value), width);
+            EXPECT_EQ(std::count(first + width, first + stride, 7U), static_cast<int>(stride) - width);
+        }
+    }
+}
+
+TEST(BlendTest, ZerosAreNotWrittenOverZeros) {
+    constexpr std::size_t size = std::size_t{64} * 1024;
+    void* const memory =
+        mmap(nullptr, size, PROT_READ, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);  // a write would be the end
+    ASSERT_NE(memory, MAP_FAILED);
+    SetAll({static_cast<std::uint32_t*>(memory), 128, 128, 128}, 0);
+    munmap(memory, size);
+}
+
 }  // namespace Platform
