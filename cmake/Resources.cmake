@@ -31,9 +31,10 @@ asm(".pushsection .rodata\n"
     ".byte 0\n"
     ".popsection\n");
 
-namespace {
 extern const std::uint8_t first[] asm("velorinth_resource_@arg_TYPE@_@arg_NAME@");
 extern const std::uint8_t last[] asm("velorinth_resource_end_@arg_TYPE@_@arg_NAME@");
+
+namespace {
 const Platform::ResourceEntry entry(L"@arg_NAME@", L"@arg_TYPE@", first, last);
 }  // namespace
 ]=])

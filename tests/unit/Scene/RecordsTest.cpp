@@ -52,7 +52,7 @@ TEST(Records, ARectangleWithEqualOrCrossedEdgesIsEmpty) {
 }
 
 TEST(Records, ANewEventIsZeroInEveryField) {
-    const InputEvent event;
+    InputEvent event;
     EXPECT_EQ(event.kind, InputEventKind::PointerMove);
     EXPECT_EQ(event.window, nullptr);
     EXPECT_EQ(event.timestampMicroseconds, 0);
