@@ -12,13 +12,14 @@ extern "C" const char* __lsan_default_suppressions() {
 }
 
 // The software Vulkan device's threads, and the compiler that it makes its programs with, synchronise by means that the
-// check doesn't see: they are called uninstrumented.
+// check doesn't see: they are called uninstrumented. The validation layer takes locks of its own in orders of its own.
 extern "C" const char* __tsan_default_suppressions() {
     return "called_from_lib:libvulkan_lvp.so\n"
            "race:libvulkan_lvp.so\n"
            "race:libLLVM-15.so\n"
            "race:libVkLayer_khronos_validation.so\n"
            "deadlock:libvulkan_lvp.so\n"
+           "deadlock:libVkLayer_khronos_validation.so\n"
            "mutex:libvulkan_lvp.so\n"
            "race:libfontconfig.so\n"
            "race:libglib-2.0.so\n"

@@ -85,13 +85,20 @@ BOOL CloseHandle(HANDLE handle) noexcept {
     return TRUE;
 }
 
+// A sanitizer's runtime within the program has it under this name; the system's own would go round that.
+// NOLINTNEXTLINE(bugprone-reserved-identifier)
+extern "C" [[gnu::weak]] int __interceptor_pthread_create(pthread_t* thread, const pthread_attr_t* attributes,
+                                                          void* (*start)(void*), void* argument) noexcept;
+
 extern "C" int pthread_create(pthread_t* thread, const pthread_attr_t* attributes, void* (*start)(void*),
                               void* argument) noexcept {
     {
         const std::lock_guard lock(State().mutex);
         if (State().threadsFail) return EAGAIN;
     }
-    static const auto real = reinterpret_cast<decltype(&pthread_create)>(dlsym(RTLD_NEXT, "pthread_create"));
+    static const auto real = __interceptor_pthread_create != nullptr
+                                 ? &__interceptor_pthread_create
+                                 : reinterpret_cast<decltype(&pthread_create)>(dlsym(RTLD_NEXT, "pthread_create"));
     return real(thread, attributes, start, argument);
 }
 
