@@ -68,8 +68,8 @@ function(velorinth_sanitizer_defaults target)
 endfunction()
 
 # The headers of the standard library and of Windows cost most sources more than all of their own lines: they are compiled
-# once. Not in the release and debug builds for Linux, which tell of a source that forgets to include what it uses; there
-# tests alone have them precompiled.
+# once. Not in the release and debug builds for Linux, where tests alone have them precompiled: the debug build, which goes
+# file by file, tells of a source that forgets to include what it uses.
 set(VELORINTH_SYSTEM_HEADERS
     <algorithm> <array> <atomic> <chrono> <condition_variable> <deque> <filesystem> <functional> <map> <memory> <mutex>
     <optional> <set> <span> <string> <thread> <variant> <vector>)
