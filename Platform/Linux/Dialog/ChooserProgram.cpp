@@ -69,8 +69,8 @@ std::vector<std::string> ChooserArguments(ChooserProgram::Kind kind, const Folde
     std::vector<std::string> arguments;
     const std::string owner = request.ownerXWindow ? std::to_string(*request.ownerXWindow) : "";
     if (kind == ChooserProgram::Kind::Zenity) {
+        // Its option for a button's label is not for this dialog: it would refuse to show one.
         arguments = {"--file-selection", "--directory", "--modal", "--title=" + request.title};
-        if (!request.acceptLabel.empty()) arguments.push_back("--ok-label=" + request.acceptLabel);
         if (!request.startFolder.empty()) arguments.push_back("--filename=" + WithSlash(request.startFolder));
         if (!owner.empty()) arguments.push_back("--attach=" + owner);
     } else {

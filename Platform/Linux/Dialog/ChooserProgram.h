@@ -24,7 +24,8 @@ std::optional<ChooserProgram> FindChooserProgram();
 /// The arguments that make the program ask for a folder.
 std::vector<std::string> ChooserArguments(ChooserProgram::Kind kind, const FolderRequest& request);
 
-/// Shows the program's dialog and waits for its end, or for the owner's, which counts as a dismissal.
+/// Shows the program's dialog and waits for its end, or for the owner's, which counts as a dismissal. Fails where the
+/// program can't be started, dies, or ends in another way than by a choice or a dismissal.
 FolderAnswer RunChooserProgram(const ChooserProgram& program, const FolderRequest& request, OwnerWatch& owner);
 
 }  // namespace Platform

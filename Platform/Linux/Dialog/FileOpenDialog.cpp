@@ -59,7 +59,11 @@ FolderAnswer FileOpenDialog::Ask(HWND owner) const {
     const bool picksFolders = portal.Version() >= Portal::kDirectoryVersion;
     const bool opensThere = request.startFolder.empty() || portal.Version() >= Portal::kCurrentFolderVersion;
     if (!picksFolders || !opensThere) {
-        if (const auto program = FindChooserProgram()) return RunChooserProgram(*program, request, watch);
+        if (const auto program = FindChooserProgram()) {
+            FolderAnswer answer = RunChooserProgram(*program, request, watch);
+            // Better the portal's dialog in the wrong folder than none.
+            if (answer.result != E_FAIL || !picksFolders) return answer;
+        }
     }
     if (!picksFolders) {
         TraceFailure("file chooser portal", "it is too old to pick folders");

@@ -14,7 +14,7 @@ namespace Platform {
 ///
 /// It is shown by the desktop's file chooser portal. The portal can open at a given folder from interface version 4 on;
 /// with an older one a dialog program of the desktop (zenity, kdialog) takes its place when one is installed and a
-/// start folder is known.
+/// start folder is known. Should the program fail, the portal's dialog comes after all, where that has it.
 class FileOpenDialog final : public ComObject<IFileOpenDialog, IFileDialog, IModalWindow> {
 public:
     FileOpenDialog();

@@ -99,7 +99,7 @@ class LauncherTest(WineWorld):
         super().setUp()
         self.desktop = self.make_desktop()
         self.addCleanup(self.desktop.close)
-        for name in ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR"):
+        for name in ("DISPLAY", "DBUS_SESSION_BUS_ADDRESS", "XDG_RUNTIME_DIR", "PATH"):
             self.environment[name] = self.desktop.environment[name]
         self.user = Teller("display_user", self.desktop.environment)
         self.addCleanup(self.user.end)

@@ -102,6 +102,11 @@ class Desktop:
         runtime = self.folder / "runtime"
         for folder in (self.home, runtime):
             folder.mkdir(mode=0o700)
+        # The dialogs are the portal's, whatever dialog programs the machine has: a failing one comes first on the path.
+        self.programs = self.folder / "programs"
+        self.programs.mkdir()
+        self.install_program("zenity", "exit 255\n")
+        environment["PATH"] = f"{self.programs}:{environment['PATH']}"
         environment.update(
             HOME=str(self.home),
             LC_ALL="C.UTF-8",
@@ -117,6 +122,12 @@ class Desktop:
             GDK_BACKEND="x11",
         )
         return environment
+
+    def install_program(self, name, script):
+        """A shell script that is found before any other program of that name."""
+        program = self.programs / name
+        program.write_text("#!/bin/sh\n" + script)
+        program.chmod(0o755)
 
     def _log(self, name):
         return open(self.folder / f"{name}.log", "ab")

@@ -9,16 +9,21 @@ import subprocess
 import time
 import unittest
 
-from desktop import BACK_END, PORTAL, Desktop, wait_for
+from desktop import BACK_END, PORTAL, Desktop, children, wait_for
 
 PROBE = pathlib.Path(os.environ["VELORINTH_BIN"]) / "folder_dialog_probe"
 TITLE = "Select the classic Quake II folder containing quake2.exe"
 LABEL = "Select game folder"
 NOT_OPENED = "The Windows folder picker could not be opened."
+BACK_END_CLASS = "xdg-desktop-portal-gtk"
 VERIFIED = "Quake II installation verified."
 
 # "At once", with room for a busy machine. All that would hang instead hangs for ever.
 AT_ONCE = 15
+
+
+def command(process):
+    return pathlib.Path(f"/proc/{process}/cmdline").read_bytes().decode(errors="replace")
 
 
 def make_installation(folder):
@@ -173,18 +178,63 @@ class DialogTest(FolderChooserTest):
             self.skipTest(f"this portal opens at a folder by itself: {answer}")
         folder = self.desktop.home / "Quake II"
         make_installation(folder)
-        programs = self.desktop.folder / "programs"
-        programs.mkdir()
-        zenity = programs / "zenity"
-        zenity.write_text('#!/bin/sh\nprintf "%s\\n" "$@" >"$HOME/arguments"\nprintf "%s\\n" "$HOME/Quake II"\n')
-        zenity.chmod(0o755)
-        self.desktop.environment["PATH"] = f"{programs}:{self.desktop.environment['PATH']}"
+        self.desktop.install_program(
+            "zenity", 'printf "%s\\n" "$@" >"$HOME/arguments"\nprintf "%s\\n" "$HOME/Quake II"\n')
         result = Probe(self.desktop, "--folder", folder).result()
         self.assertEqual(result["selected"], str(folder))
         self.assertEqual(result["message"], VERIFIED)
         arguments = (self.desktop.home / "arguments").read_text().splitlines()
         self.assertIn(f"--filename={folder}/", arguments)
         self.assertIn(f"--title={TITLE}", arguments)
+
+
+class ZenityTest(FolderChooserTest):
+    """The dialog program itself, which a portal as old as this one has opened at a folder."""
+
+    def setUp(self):
+        super().setUp()
+        answer = self.portal_version()
+        if "uint32 3" not in answer:
+            self.skipTest(f"this portal opens at a folder by itself: {answer}")
+        (self.desktop.programs / "zenity").unlink()
+        self.folder = self.desktop.home / "Spiele für Jürgen" / "Quake II"
+        make_installation(self.folder)
+
+    def start(self):
+        process, owner = self.start_owner()
+        probe = Probe(self.desktop, "--folder", self.folder, "--owner", owner)
+        window = probe.window()
+        self.assertTrue([child for child in children(probe.process.pid) if "zenity" in command(child)],
+                        "the dialog is the program's")
+        return probe, window, process
+
+    def test_start_folder_is_picked_by_the_button(self):
+        probe, window, _ = self.start()
+        self.assertIn("_NET_WM_STATE_MODAL", self.desktop.run("xprop", "-id", window))
+        wait_for(lambda: self.click(window, 60) or probe.ends_within(0.5), "the pick")
+        self.assertEqual(probe.result(), {"folder": str(self.folder), "message": VERIFIED,
+                                          "selected": str(self.folder), "cancelled": "0"})
+
+    def test_escape(self):
+        probe, window, _ = self.start()
+        self.keys(window, "Escape")
+        self.assert_cancelled(probe.result())
+
+    def test_owner_program_killed(self):
+        probe, _, owner = self.start()
+        owner.kill()
+        self.assert_cancelled(probe.result())
+        wait_for(lambda: not probe.windows(), "the dialog's end")
+
+    def test_process_of_the_dialog_killed_gives_the_portals(self):
+        probe, _, _ = self.start()
+        for child in children(probe.process.pid):
+            os.kill(child, signal.SIGKILL)
+        window = wait_for(lambda: next((window for window in probe.windows()
+                                        if BACK_END_CLASS in self.desktop.run("xprop", "-id", window, "WM_CLASS").lower()),
+                                       None), "the portal's dialog")
+        self.keys(window, "Escape")
+        self.assert_cancelled(probe.result())
 
 
 class CancelTest(FolderChooserTest):

@@ -33,13 +33,18 @@ protected:
         if (!portal_) StartPortal({.version = 3});
         return Show(owner, programs_.Path());
     }
+    // The same of a portal that can't pick folders at all: what the program comes to is the dialog's end.
+    std::future<DialogEnd> ShowByProgramAlone() {
+        if (!portal_) StartPortal({.version = 2});
+        return Show(GetDesktopWindow(), programs_.Path());
+    }
 
     ScopedEnvironment anyDisplay_{L"DISPLAY", L":77"};
 };
 
-TEST(ChooserArgumentsTest, ZenityGetsTitleLabelFolderAndOwner) {
+TEST(ChooserArgumentsTest, ZenityGetsTitleFolderAndOwner) {
     EXPECT_THAT(ChooserArguments(Kind::Zenity, {0x2E0000F, "A title", "Take it", "/games/Quake II"}),
-                ElementsAre("--file-selection", "--directory", "--modal", "--title=A title", "--ok-label=Take it",
+                ElementsAre("--file-selection", "--directory", "--modal", "--title=A title",
                             "--filename=/games/Quake II/", "--attach=48234511"));
 }
 
@@ -103,7 +108,7 @@ TEST_F(ChooserProgramTest, Version3WithAStartFolderIsReplacedByZenity) {
     EXPECT_EQ(end.shown, S_OK);
     EXPECT_EQ(end.path, L"/games/Spiele für Jürgen");
     EXPECT_EQ(Written("arguments"),
-              "--file-selection\n--directory\n--modal\n--title=Wähle einen Ordner\n--ok-label=Take_it\n"
+              "--file-selection\n--directory\n--modal\n--title=Wähle einen Ordner\n"
               "--filename=" +
                   programs_.Path().native() + "/\n");
     EXPECT_FALSE(portal_->WasCalled());
@@ -131,37 +136,48 @@ TEST_F(ChooserProgramTest, Version2IsReplacedEvenWithoutAStartFolder) {
     EXPECT_EQ(End(Show()).path, L"/picked");
 }
 
-TEST_F(ChooserProgramTest, ExitStatus1IsACancel) {
-    InstallProgram("zenity", "exit 1\n");
-    EXPECT_EQ(End(ShowAtFolder()).shown, kDialogCancelled);
-}
-
 TEST_F(ChooserProgramTest, AnyOtherExitStatusIsAFailure) {
     InstallProgram("zenity", "echo /games\nexit 255\n");
-    EXPECT_EQ(End(ShowAtFolder()).shown, E_FAIL);
+    EXPECT_EQ(End(ShowByProgramAlone()).shown, E_FAIL);
 }
 
 TEST_F(ChooserProgramTest, ASuccessWithoutAnAbsolutePathIsAFailure) {
     InstallProgram("zenity", "echo games\n");
-    EXPECT_EQ(End(ShowAtFolder()).shown, E_FAIL);
+    EXPECT_EQ(End(ShowByProgramAlone()).shown, E_FAIL);
     InstallProgram("zenity", "exit 0\n");
-    EXPECT_EQ(End(ShowAtFolder()).shown, E_FAIL);
+    EXPECT_EQ(End(ShowByProgramAlone()).shown, E_FAIL);
 }
 
 TEST_F(ChooserProgramTest, AProgramThatDiesIsAFailure) {
     InstallProgram("zenity", "kill -9 $$\n");
-    EXPECT_EQ(End(ShowAtFolder()).shown, E_FAIL);
+    EXPECT_EQ(End(ShowByProgramAlone()).shown, E_FAIL);
 }
 
 TEST_F(ChooserProgramTest, AProgramThatCantBeStartedIsAFailure) {
     InstallProgram("zenity", "");
     WriteBytes(programs_ / "zenity", "#!/nowhere/interpreter\n");
-    EXPECT_EQ(End(ShowAtFolder()).shown, E_FAIL);
+    EXPECT_EQ(End(ShowByProgramAlone()).shown, E_FAIL);
 }
 
 TEST_F(ChooserProgramTest, EndlessOutputIsAFailureAndNoHang) {
     InstallProgram("zenity", "exec /usr/bin/yes /games\n");
-    EXPECT_EQ(End(ShowAtFolder()).shown, E_FAIL);
+    EXPECT_EQ(End(ShowByProgramAlone()).shown, E_FAIL);
+}
+
+// So that a player who looks for the game is shown a dialog, if in another folder.
+TEST_F(ChooserProgramTest, AProgramThatFailsIsReplacedByThePortalWhereThatPicksFolders) {
+    InstallProgram("zenity", "echo 'unknown option' >&2\nexit 255\n");
+    FakePortal& portal = StartPortal({.version = 3});
+    auto dialog = ShowAtFolder();
+    portal.WaitForCall();
+    portal.Respond({0, {"file:///right"}});
+    EXPECT_EQ(End(std::move(dialog)).path, L"/right");
+}
+
+TEST_F(ChooserProgramTest, ExitStatus1IsACancelAndNotFollowedByThePortal) {
+    InstallProgram("zenity", "exit 1\n");
+    EXPECT_EQ(End(ShowAtFolder()).shown, kDialogCancelled);
+    EXPECT_FALSE(portal_->WasCalled());
 }
 
 TEST_F(ChooserProgramTest, ANameThatEndsInANewlineIsKept) {
