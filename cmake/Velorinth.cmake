@@ -56,7 +56,7 @@ if(VELORINTH_FUZZ)
   # What was reached, for the fuzz targets to steer by. All other programs ignore it.
   target_compile_options(velorinth_product_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
-if(WIN32 OR VELORINTH_SANITIZE)
+if(VELORINTH_UNITY)
   target_compile_options(velorinth_product_options INTERFACE ${VELORINTH_PRECOMPILED_OPTIONS})
 endif()
 
@@ -68,8 +68,8 @@ function(velorinth_sanitizer_defaults target)
 endfunction()
 
 # The headers of the standard library and of Windows cost most sources more than all of their own lines: they are compiled
-# once. Not in the release and debug builds for Linux, where tests alone have them precompiled: the debug build, which goes
-# file by file, tells of a source that forgets to include what it uses.
+# once. Not in the debug build, where tests alone have them precompiled: that goes file by file and tells of a source that
+# forgets to include what it uses, and of all that GCC warns of.
 set(VELORINTH_SYSTEM_HEADERS
     <algorithm> <array> <atomic> <chrono> <condition_variable> <deque> <filesystem> <functional> <map> <memory> <mutex>
     <optional> <set> <span> <string> <thread> <variant> <vector>)
@@ -77,7 +77,7 @@ if(WIN32)
   list(APPEND VELORINTH_SYSTEM_HEADERS <windows.h> <d3d11_4.h> <d2d1_3.h> <dwrite_3.h> <dcomp.h> <wincodec.h>
        <wrl/client.h>)
 endif()
-if(WIN32 OR VELORINTH_SANITIZE)
+if(VELORINTH_UNITY)
   file(WRITE ${CMAKE_BINARY_DIR}/system_headers.cpp "")
   add_library(velorinth_system_headers STATIC ${CMAKE_BINARY_DIR}/system_headers.cpp)
   target_link_libraries(velorinth_system_headers PRIVATE velorinth_options velorinth_product_options)
