@@ -3,8 +3,10 @@
 //   move X Y | press BUTTON | release BUTTON | key CODE down|up
 //   storm WINDOW SEED EVENTS | arrange WINDOW X Y WIDTH HEIGHT
 //   where WINDOW | look WINDOW | picture FILE X Y WIDTH HEIGHT | pixel X Y
+//   empty | frame FILE [drawn]
 //   cursor | shape NAME | cover X Y WIDTH HEIGHT | destroy WINDOW
 //   resources TEXT | states WINDOW | minimum WINDOW | count | manager
+#include "FrameSight.h"
 #include "Storm.h"
 #include "User.h"
 
@@ -58,6 +60,15 @@ std::string Quoted(const std::string& text) {
     return '"' + text + '"';
 }
 
+/// What the screen shows of a frame. A picture that is not right is saved.
+std::string Sight(const Picture& screen, const std::string& file, Client client) {
+    static Picture empty;  // the screen without a window
+    if (file.empty()) return empty = screen, "";
+    const FrameSight sight = SeeFrame(screen, empty, client);
+    if (!sight.fault.empty()) Save(screen, file);
+    return Text(sight.place) + R"(,"shaded":{)" + Text(sight.shaded) + R"(},"fault":)" + Quoted(sight.fault);
+}
+
 Place ReadPlace(std::istream& words) {
     Place place;
     words >> place.x >> place.y >> place.width >> place.height;
@@ -76,6 +87,12 @@ std::string Answer(User& user, const std::string& command, std::istream& words) 
         words >> file;
         Save(user.See(ReadPlace(words)), file);
         return "";
+    }
+    if (command == "empty" || command == "frame") {
+        std::string file;
+        std::string client;
+        words >> file >> client;
+        return Sight(user.See(user.Screen()), file, client == "drawn" ? Client::Drawn : Client::Plain);
     }
     if (command == "cover") return R"("window":)" + std::to_string(user.Cover(ReadPlace(words)));
     if (command == "cursor") return R"("shape":)" + Quoted(user.CursorShape());

@@ -16,13 +16,14 @@ from support import BIN
 PATIENCE = 25
 
 SIZE = (1000, 800)
+BARE = 0x34495E  # where nothing is
 
 # Colours of the subject's windows, and how wide their parts are at 96 dots per inch.
 BORDER, RIM = 0x00FF00, 0x000000
 RIM_WIDTH, FRAME_WIDTH, BORDER_WIDTH = 1, 8, 2
 
 LEFT_BUTTON, MIDDLE_BUTTON, RIGHT_BUTTON = 1, 2, 3
-ALT = 64  # key code of the left Alt key
+ALT, SUPER = 64, 133  # key codes of the left ones
 
 
 def is_like(colour, other):
@@ -83,9 +84,10 @@ class Teller:
 
 
 class Screen(unittest.TestCase):
-    """A test on a display of its own. MANAGED and DPI say what kind."""
+    """A test on a display of its own. MANAGER and DPI say what kind: openbox, mutter, which composes the screen too, or
+    None manages its windows."""
 
-    MANAGED = True
+    MANAGER = "openbox"
     DPI = None
 
     def setUp(self):
@@ -99,8 +101,8 @@ class Screen(unittest.TestCase):
         self.user = self.start_teller("display_user")
         if self.DPI:
             self.user.ask("resources", f"Xft.dpi:\t{self.DPI}")
-        if self.MANAGED:
-            self.start_manager()
+        if self.MANAGER:
+            {"openbox": self.start_openbox, "mutter": self.start_mutter}[self.MANAGER]()
 
     def start_server(self):
         reader, writer = os.pipe()
@@ -113,15 +115,36 @@ class Screen(unittest.TestCase):
         with os.fdopen(reader) as number:
             self.environment["DISPLAY"] = ":" + read_line(number, "Xvfb starts").strip()
         # So that what no window covers can be told from black.
-        subprocess.run(["xsetroot", "-solid", "#34495e"], env=self.environment, check=True, timeout=PATIENCE)
+        subprocess.run(["xsetroot", "-solid", f"#{BARE:06x}"], env=self.environment, check=True, timeout=PATIENCE)
 
-    def start_manager(self):
+    def start_openbox(self):
         configuration = self.scratch / "rc.xml"
         configuration.write_text(RC)
-        manager = started(["openbox", "--sm-disable", "--config-file", configuration], env=self.environment)
+        self.start_manager(["openbox", "--sm-disable", "--config-file", configuration], self.environment)
+        self.assertTrue(self.user.ask("manager")["ready"], "openbox did not start")
+
+    def start_mutter(self):
+        runtime = self.scratch / "runtime"
+        runtime.mkdir(mode=0o700)
+        self.start_manager(["mutter", "--x11", "--sm-disable"], {
+            **self.environment,
+            "XDG_RUNTIME_DIR": str(runtime),
+            # As after its installation, whoever runs the test, and it talks with nobody.
+            "GSETTINGS_BACKEND": "memory",
+            "DBUS_SESSION_BUS_ADDRESS": "disabled:",
+            "DBUS_SYSTEM_BUS_ADDRESS": "disabled:",
+            "LIBGL_ALWAYS_SOFTWARE": "1",
+            # Each picture of the screen goes to the server in one piece, not in one for each rectangle that has changed:
+            # this server has no period of a display at whose end it would show them together.
+            "CLUTTER_PAINT": "disable-clipped-redraws",
+        })
+        # It has a background of its own. No window is shown to see whether it is ready: it would fade out slowly.
+        wait_until(lambda: self.colour(1, 1) != BARE, "mutter composes the screen")
+
+    def start_manager(self, words, environment):
+        manager = started(words, env=environment)
         self.addCleanup(manager.wait, PATIENCE)
         self.addCleanup(manager.kill)
-        self.assertTrue(self.user.ask("manager")["ready"], "openbox did not start")
 
     def start_teller(self, program, **options):
         teller = Teller(program, self.environment, **options)

@@ -76,7 +76,7 @@ class Managed144(HelloWindow):
 
 
 class Alone96(HelloWindow):
-    MANAGED = False
+    MANAGER = None
 
     def test_hello_window_without_a_manager_at_96_dpi(self):
         _, place = self.check(1)
@@ -85,7 +85,7 @@ class Alone96(HelloWindow):
 
 
 class Alone144(HelloWindow):
-    MANAGED = False
+    MANAGER = None
     DPI = 144
 
     def test_hello_window_without_a_manager_at_144_dpi(self):

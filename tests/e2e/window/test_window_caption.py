@@ -211,7 +211,7 @@ class Edges(Caption):
 
 
 class WithoutManager(Caption):
-    MANAGED = False
+    MANAGER = None
 
     def test_edges_and_corners_resize_without_a_manager(self):
         for name, (share, change, _) in GRIPS.items():

@@ -54,6 +54,10 @@ def colour_at(runs, place):
 
 
 class Resize(Subject):
+    HANDLE = ALT, RIGHT_BUTTON  # with which the manager resizes a window from anywhere in it
+    INSIDE = 400, 300
+    INSIDE_STEPS = STEPS // 2
+
     def setUp(self):
         super().setUp()
         self.number, self.window = self.open(*PLACE)
@@ -62,13 +66,18 @@ class Resize(Subject):
         self.watch = Watch()
         self.sizes = set()
 
+    def see(self):
+        """Looks once and remembers what was seen. What was seen, and whether that was a frame of the right size."""
+        look = self.look(self.window)
+        return look, self.watch.see(look)
+
     def step(self, x, y):
-        """Moves the pointer and looks, as long as a frame lasts or until the window is whole again."""
+        """Moves the pointer and looks for as long as a frame lasts."""
         self.move(x, y)
         end = time.monotonic() + 0.016
         while True:
-            look = self.look(self.window)
-            self.watch.see(look)
+            look, _ = self.see()
+            self.assertEqual(self.watch.wrong[:1], [])
             self.sizes.add((look["width"], look["height"]))
             self.assertGreaterEqual(look["width"], self.smallest["width"])
             self.assertGreaterEqual(look["height"], self.smallest["height"])
@@ -86,7 +95,7 @@ class Resize(Subject):
 
     def finish(self, name, frames):
         """All is whole at the end, and nothing was wrong on the way."""
-        wait_until(lambda: self.watch.see(self.look(self.window)), "the last frame", 20)
+        wait_until(lambda: self.see()[1], "the last frame", 20)
         times = [frame[0] for frame in frames]
         # On a machine that is busy beyond measure there may be a single frame.
         gaps = sorted(later - earlier for earlier, later in zip(times, times[1:])) or [0]
@@ -129,19 +138,22 @@ class Resize(Subject):
         self.release()
         self.assertEqual(smallest, (222, 42))
         self.assertTrue(is_smallest())
+        self.assertEqual(self.watch.wrong[:1], [])
 
     def test_resize_from_anywhere_in_an_animated_window(self):
         """The manager's own doing, of which the window hears nothing but sizes."""
         self.subject.ask("stop", self.number)
         self.number, self.window = self.open(*PLACE, "animated")
         self.subject.ask("frames", self.number)
-        self.move(PLACE[0] + 400, PLACE[1] + 300)
-        self.user.ask("key", ALT, "down")
-        self.user.ask("press", RIGHT_BUTTON)
-        self.walk((PLACE[0] + 400, PLACE[1] + 300), STEPS // 2)
+        key, button = self.HANDLE
+        inside = PLACE[0] + self.INSIDE[0], PLACE[1] + self.INSIDE[1]
+        self.move(*inside)
+        self.user.ask("key", key, "down")
+        self.user.ask("press", button)
+        self.walk(inside, self.INSIDE_STEPS)
         frames = self.subject.ask("frames", self.number)["frames"]
-        self.release(RIGHT_BUTTON)
-        self.user.ask("key", ALT, "up")
+        self.release(button)
+        self.user.ask("key", key, "up")
         self.finish("anywhere, animated", frames)
 
 
