@@ -36,9 +36,11 @@ if(CMAKE_BUILD_TYPE STREQUAL "Debug")
   target_compile_definitions(velorinth_options INTERFACE _GLIBCXX_ASSERTIONS)
 endif()
 if(VELORINTH_SANITIZE)
-  set(sanitize -fsanitize=${VELORINTH_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
-  target_compile_options(velorinth_options INTERFACE ${sanitize})
-  target_link_options(velorinth_options INTERFACE ${sanitize})
+  # Undefined behaviour is looked for in what is tested, not in the tests: those checks are a third of what compiling costs.
+  string(REPLACE ",undefined" "" everywhere "${VELORINTH_SANITIZE}")
+  target_compile_options(velorinth_options INTERFACE -fsanitize=${everywhere} -fno-omit-frame-pointer
+                                                     -fno-sanitize-recover=all)
+  target_link_options(velorinth_options INTERFACE -fsanitize=${VELORINTH_SANITIZE})
 endif()
 
 # What sources with precompiled headers compile with. The first option of each lets ccache see through such headers.
@@ -52,6 +54,9 @@ endif()
 
 # What our libraries and programs compile with beside that, unlike tests.
 add_library(velorinth_product_options INTERFACE)
+if(VELORINTH_SANITIZE MATCHES ",undefined")
+  target_compile_options(velorinth_product_options INTERFACE -fsanitize=undefined)
+endif()
 if(VELORINTH_FUZZ)
   # What was reached, for the fuzz targets to steer by. All other programs ignore it.
   target_compile_options(velorinth_product_options INTERFACE -fsanitize=fuzzer-no-link)

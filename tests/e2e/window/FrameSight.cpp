@@ -10,7 +10,7 @@ namespace {
 using Colour = std::uint32_t;
 
 // Colours of the subject's frame and the widths of its parts, in pixels.
-constexpr Colour kRim = 0x000000;
+constexpr Colour kRimColour = 0x000000;
 constexpr Colour kBorder = 0x00FF00;
 constexpr Colour kFill = 0xCC1A1A;
 constexpr Colour kTitle = 0x1A1ACC;
@@ -92,7 +92,7 @@ bool IsWithin(const Place& frame, int x, int y, int inset, int topInset) {
 }
 
 bool IsPart(const Place& frame, int x, int y, Colour colour, Client client) {
-    if (!IsWithin(frame, x, y, kRimWidth, kRimWidth)) return colour == kRim;
+    if (!IsWithin(frame, x, y, kRimWidth, kRimWidth)) return colour == kRimColour;
     // A frame that is not high enough for all of its parts keeps the lower ones.
     if (y >= frame.height - kFrameWidth) return IsLike(colour, kFill);
     if (y < kTitleHeight) return IsTitle(frame.width, x, y, colour);
@@ -104,7 +104,7 @@ bool IsPart(const Place& frame, int x, int y, Colour colour, Client client) {
 }  // namespace
 
 FrameSight SeeFrame(const Picture& screen, const Picture& empty, Client client) {
-    const Place frame = Around(screen, [&](int x, int y) { return At(screen, x, y) == kRim; });
+    const Place frame = Around(screen, [&](int x, int y) { return At(screen, x, y) == kRimColour; });
     if (frame.width == 0) return {{}, {}, "no frame"};
     const auto isInside = [&](int x, int y) { return IsWithin(frame, x - frame.x, y - frame.y, 0, 0); };
     int faults = 0;
