@@ -52,15 +52,17 @@ class Answer:
 
 
 def wait_until(condition, what, seconds=PATIENCE):
-    """Polls until the condition gives something true, and returns that."""
-    end = time.monotonic() + seconds
+    """Polls until the condition gives something true, and returns that. The longer it has waited the less often: many a
+    condition starts a program or reads of all processes."""
+    start = time.monotonic()
     while True:
         value = condition()
         if value:
             return value
-        if time.monotonic() > end:
+        waited = time.monotonic() - start
+        if waited > seconds:
             raise AssertionError(f"still waiting after {seconds} s: {what}")
-        time.sleep(0.002)
+        time.sleep(min(max(waited / 8, 0.002), 0.025))
 
 
 def link_or_copy(source, target):

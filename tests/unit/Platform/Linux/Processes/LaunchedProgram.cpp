@@ -6,6 +6,7 @@
 
 #include <strings.h>
 
+#include <algorithm>
 #include <cwchar>
 #include <thread>
 #include <vector>
@@ -91,10 +92,12 @@ std::vector<DWORD> ProcessesRunning(const fs::path& image) {
 }
 
 bool Eventually(const std::function<bool()>& condition, std::chrono::milliseconds limit) {
-    const auto end = std::chrono::steady_clock::now() + limit;
+    using Milliseconds = std::chrono::milliseconds;
+    const auto start = std::chrono::steady_clock::now();
     while (!condition()) {
-        if (std::chrono::steady_clock::now() > end) return condition();
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        const auto waited = std::chrono::duration_cast<Milliseconds>(std::chrono::steady_clock::now() - start);
+        if (waited > limit) return condition();
+        std::this_thread::sleep_for(std::clamp(waited / 8, Milliseconds(1), Milliseconds(25)));
     }
     return true;
 }

@@ -58,6 +58,7 @@ bool IsLocked(const std::filesystem::path& file);
 /// The identifiers of running processes whose program is this file, as the process list tells.
 std::vector<DWORD> ProcessesRunning(const std::filesystem::path& image);
 
-/// Asks until the answer is yes or the time is over; the last answer.
+/// Asks until the answer is yes or the time is over; the last answer. The longer it has waited the less often it asks,
+/// for many a question reads of all processes: a yes comes late by an eighth of the wait at most, and by 25 ms.
 bool Eventually(const std::function<bool()>& condition,
                 std::chrono::milliseconds limit = std::chrono::milliseconds(20000));
