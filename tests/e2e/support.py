@@ -167,12 +167,13 @@ class WineWorld(World):
         self.addCleanup(self.end_wine)
 
     def copy_prefix(self, target):
-        """Links the large and constant files, copies what Wine writes."""
+        """Links the large and constant files, copies what Wine writes. Other tests run Wine in the template: registry files
+        are replaced there at any moment, by way of temporary ones."""
         template = Path(os.environ["VELORINTH_PREFIX"])
-        subprocess.run(["cp", "-al", template, target], check=True)
-        for registry in target.glob("*.reg"):
-            registry.unlink()
-            shutil.copy2(template / registry.name, registry)
+        shutil.copytree(template, target, symlinks=True, copy_function=os.link,
+                        ignore=shutil.ignore_patterns("*.reg", "reg*.tmp"))
+        for registry in template.glob("*.reg"):
+            shutil.copy2(registry, target / registry.name)
 
     def end_wine(self, *kept):
         """Ends all of this world's processes but those kept."""
