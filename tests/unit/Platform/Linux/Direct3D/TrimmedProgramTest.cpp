@@ -3,6 +3,7 @@
 #include "DeviceFixture.h"
 #include "Platform/Linux/Direct3D/PipelineCache.h"
 #include "Platform/Linux/Direct3D/Shader.h"
+#include "Platform/Linux/Direct3D/SpirvModule.h"
 #include "Programs.h"
 
 #include <algorithm>
@@ -78,6 +79,21 @@ TEST(TrimmedProgramTest, ADamagedProgramIsRead) {
     EXPECT_GT(trimmed, 0U) << "Most of the damage doesn't concern what is trimmed.";
 }
 
+// Functions of GLSL.std.450 by their numbers.
+TEST(TrimmedProgramTest, MathematicsThatWriteThroughAPointerAreNoMereResult) {
+    constexpr std::uint32_t mathematics = 1;
+    const auto isPure = [](std::uint32_t set, std::uint32_t function) {
+        const Words words = {7U << 16 | Spirv::OpExtInst, 2, 3, set, function, 4, 5};
+        return Spirv::IsPure({Spirv::OpExtInst, words}, mathematics);
+    };
+    EXPECT_TRUE(isPure(mathematics, 26));   // pow
+    EXPECT_FALSE(isPure(mathematics, 35));  // modf
+    EXPECT_TRUE(isPure(mathematics, 36));   // modf's result as a structure
+    EXPECT_FALSE(isPure(mathematics, 51));  // frexp
+    EXPECT_FALSE(isPure(mathematics, 76));  // interpolation at the centroid
+    EXPECT_FALSE(isPure(9, 26)) << "of another set";
+}
+
 using TrimmedDrawingTest = DeviceFixture;
 
 TEST_F(TrimmedDrawingTest, OneVertexProgramServesPixelProgramsThatReadDifferentThings) {
@@ -110,6 +126,7 @@ TEST_F(TrimmedDrawingTest, ProgramsWithTheSameWordsAreOneAsLongAsTheyLive) {
     auto first = pipelines.Code(words, "main");
     EXPECT_EQ(pipelines.Code(words, "main"), first);
     EXPECT_NE(pipelines.Code({Programs::waves.begin(), Programs::waves.end()}, "main"), first);
+    EXPECT_NE(pipelines.Code(words, "other"), first) << "Another entry point is another program.";
     const std::uint64_t id = first->Id();
     first.reset();
     EXPECT_NE(pipelines.Code(words, "main")->Id(), id);

@@ -1,12 +1,17 @@
 #include "Platform/Linux/Window/KeyTable.h"
+#include "tests/support/ScopedEnvironment.h"
 #include "WindowFixture.h"
+
+#include <array>
 
 namespace {
 
 // X11's numbers of keys: the kernel's plus 8.
 constexpr std::uint8_t kEscape = 9;
 constexpr std::uint8_t kTab = 23;
+constexpr std::uint8_t kE = 26;
 constexpr std::uint8_t kA = 38;
+constexpr std::uint8_t kQuote = 48;
 constexpr std::uint8_t kShift = 50;
 constexpr std::uint8_t kControl = 37;
 constexpr std::uint8_t kAlt = 64;
@@ -58,6 +63,20 @@ TEST_F(KeyboardTest, ControlTypesControlCharacters) {
     display_.Key(kControl, false);
     ASSERT_TRUE(PumpUntilSeen(WM_CHAR));
     EXPECT_EQ(Last(WM_CHAR).wParam, 1U);
+}
+
+TEST_F(KeyboardTest, ADeadKeyTypesNothingUntilTheNextIsComposedWithIt) {
+    const ScopedEnvironment locale(L"LC_ALL", L"en_US.UTF-8");
+    constexpr std::uint32_t deadAcute = 0xFE51;
+    const std::array<xcb_keysym_t, 2> symbols = {deadAcute, deadAcute};
+    xcb_change_keyboard_mapping(display_.Client(), 1, kQuote, symbols.size(), symbols.data());
+    display_.Settle();
+    Make();
+    Strike(kQuote);
+    Strike(kE);
+    ASSERT_TRUE(PumpUntilSeen(WM_CHAR));
+    EXPECT_EQ(Count(WM_CHAR), 1);
+    EXPECT_EQ(Last(WM_CHAR).wParam, WPARAM{0xE9});
 }
 
 TEST_F(KeyboardTest, ArrowsAreExtendedAndTypeNothing) {
