@@ -87,9 +87,16 @@ void EngineHost::Order(const StartRequest& request) {
     }
 }
 
-std::vector<HostReport> EngineHost::Read() {
+std::optional<HostReport> EngineHost::NextReport() {
+    Read();
+    if (reported_.empty()) return std::nullopt;
+    const HostReport first = reported_.front();
+    reported_.pop_front();
+    return first;
+}
+
+void EngineHost::Read() {
     constexpr std::size_t longestLine = std::size_t{64} << 10;
-    std::vector<HostReport> said;
     std::array<char, 4096> buffer{};
     while (reports_) {
         const ssize_t size = read(reports_.Get(), buffer.data(), buffer.size());
@@ -97,10 +104,9 @@ std::vector<HostReport> EngineHost::Read() {
         if (size < 0) break;
         if (size == 0) reports_.Reset();  // Else poll(2) would report the hang-up again and again.
         unread_.append(buffer.data(), static_cast<std::size_t>(size));
-        for (const HostReport& report : TakeHostReports(unread_)) said.push_back(report);
+        for (const HostReport& report : TakeHostReports(unread_)) reported_.push_back(report);
         if (unread_.size() > longestLine) unread_.clear();
     }
-    return said;
 }
 
 }  // namespace Platform

@@ -6,7 +6,9 @@
 #include "Platform/Linux/Processes/Supervisor/Messages.h"
 
 #include <cstdint>
+#include <deque>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -38,13 +40,16 @@ public:
     /// Hands the order to the host; call it once, when it is ready.
     void Order(const StartRequest& request);
 
-    /// What the host has said since the last call. Never waits.
-    std::vector<HostReport> Read();
+    /// The first report that was not taken yet; nothing when the host has said no more. Never waits.
+    std::optional<HostReport> NextReport();
 
 private:
+    void Read();
+
     FileDescriptor orders_;
     FileDescriptor reports_;
     std::string unread_;
+    std::deque<HostReport> reported_;  // A program that ends at once is told of along with its start.
     pid_t loader_ = 0;
 };
 

@@ -97,36 +97,36 @@ std::unique_ptr<EngineHost> Supervisor::StartEngine(const std::vector<std::strin
     auto host = std::make_unique<EngineHost>(children_, command);
     bool ready = false;
     for (;;) {
-        for (const HostReport& report : WaitForHost(*host)) {
-            switch (report.kind) {
-                case HostReport::Kind::Ready:
-                    ready = true;
-                    host->Order(request);
-                    break;
-                case HostReport::Kind::Started:
-                    return host;
-                case HostReport::Kind::Failed:
-                    throw StartFailure(report.number, "Wine could not start the program (error " +
-                                                          std::to_string(report.number) + ").");
-                case HostReport::Kind::Exit:
-                    break;
-            }
+        const std::optional<HostReport> report = WaitForHost(*host);
+        if (!report) {
+            if (!loaderEnded_) continue;
+            if (ready) throw StartFailure(ERROR_GEN_FAILURE, "Wine ended before the program was started.");
+            return nullptr;
         }
-        if (!loaderEnded_) continue;
-        if (ready) throw StartFailure(ERROR_GEN_FAILURE, "Wine ended before the program was started.");
-        return nullptr;
+        switch (report->kind) {
+            case HostReport::Kind::Ready:
+                ready = true;
+                host->Order(request);
+                break;
+            case HostReport::Kind::Started:
+                return host;
+            case HostReport::Kind::Failed:
+                throw StartFailure(report->number,
+                                   "Wine could not start the program (error " + std::to_string(report->number) + ").");
+            case HostReport::Kind::Exit:
+                break;
+        }
     }
 }
 
 void Supervisor::WatchEngine(EngineHost& host) {
     SupervisorReport end{.kind = SupervisorReport::Kind::Ended, .code = lostExitCode, .explanation = {}};
-    for (bool ended = false; !ended;) {
-        ended = loaderEnded_;
-        for (const HostReport& report : WaitForHost(host)) {
-            if (report.kind != HostReport::Kind::Exit) continue;
-            ended = true;
-            end.code = report.number;
-        }
+    for (;;) {
+        const std::optional<HostReport> report = WaitForHost(host);
+        if (!report && loaderEnded_) break;
+        if (!report || report->kind != HostReport::Kind::Exit) continue;
+        end.code = report->number;
+        break;
     }
     // Of a process that a signal killed Wine says that it returned 0; what a shell would say of it tells more.
     if (end.code == 0) {
@@ -135,14 +135,13 @@ void Supervisor::WatchEngine(EngineHost& host) {
     Report(end);
 }
 
-std::vector<HostReport> Supervisor::WaitForHost(EngineHost& host) {
-    std::vector<HostReport> said = host.Read();
-    if (!said.empty() || loaderEnded_) return said;
+std::optional<HostReport> Supervisor::WaitForHost(EngineHost& host) {
+    if (const auto said = host.NextReport(); said || loaderEnded_) return said;
     pollfd waits[] = {{.fd = host.Descriptor(), .events = POLLIN, .revents = 0},
                       {.fd = children_.Descriptor(), .events = POLLIN, .revents = 0}};
     poll(waits, 2, -1);
     ReapChildren(host.Loader());
-    return host.Read();
+    return host.NextReport();
 }
 
 void Supervisor::ReapChildren(pid_t loader) {

@@ -30,8 +30,9 @@ private:
     std::unique_ptr<EngineHost> StartEngine(const std::vector<std::string>& command, const StartRequest& request);
     void WatchEngine(EngineHost& host);
 
-    /// Waits for the host to say something or for a child to end; notes both.
-    std::vector<HostReport> WaitForHost(EngineHost& host);
+    /// The host's next report. Waits for it or for a child to end, and notes that; nothing then, and once the loader
+    /// has ended and all that the host said is taken.
+    std::optional<HostReport> WaitForHost(EngineHost& host);
     void ReapChildren(pid_t loader);
     /// The signal that killed the engine, if one did; the engine has ended, or is about to.
     std::optional<int> KillingSignal(pid_t loader);

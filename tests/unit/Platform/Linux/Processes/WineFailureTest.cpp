@@ -89,6 +89,16 @@ TEST_F(WineFailure, TheCodeOfTheStartInsideWineIsTheCode) {
     EXPECT_EQ(ErrorOf(Options()), 740U);
 }
 
+// On a busy machine the supervisor hears of both at once.
+TEST_F(WineFailure, TheExitCodeOfAProgramThatEndsAsSoonAsItIsStartedIsNotLost) {
+    PutWineOnPath(
+        "echo engine_host ready\nhead -c 16 >/dev/null\n"
+        "printf 'engine_host started\\nengine_host exit 3221225477\\n'\n");
+    const LaunchedProgram program = Launch(Options());
+    ASSERT_TRUE(program.started) << program.error;
+    EXPECT_EQ(program.ExitCode(), 3221225477U);
+}
+
 TEST_F(WineFailure, AMissingEngineIs2) {
     fs::remove(engine_);
     EXPECT_EQ(ErrorOf(Options()), ERROR_FILE_NOT_FOUND);
