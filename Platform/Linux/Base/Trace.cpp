@@ -11,9 +11,9 @@ namespace {
 
 void WriteOnce(const std::string& line) {
     static std::mutex mutex;
-    static std::set<std::string> written;  // guarded by mutex
+    static auto* const written = new std::set<std::string>;  // guarded by mutex; never destroyed: any thread, any time
     const std::lock_guard lock(mutex);
-    if (written.insert(line).second) std::fputs(line.c_str(), stderr);
+    if (written->insert(line).second) std::fputs(line.c_str(), stderr);
 }
 
 }  // namespace

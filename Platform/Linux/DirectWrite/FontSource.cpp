@@ -79,9 +79,10 @@ FaceOrigin OriginOf(PangoFont* font) {
 }  // namespace
 
 std::shared_ptr<FontSource> FontSource::System() {
-    static const std::shared_ptr<FontSource> system = std::make_shared<FontSource>(
-        std::span<const Microsoft::WRL::ComPtr<FontFile>>{}, std::span<const std::wstring>{});
-    return system;
+    // Never destroyed: whoever reads ahead, and Pango's own threads, may come to it after the statics.
+    static const auto* const system = new std::shared_ptr<FontSource>(std::make_shared<FontSource>(
+        std::span<const Microsoft::WRL::ComPtr<FontFile>>{}, std::span<const std::wstring>{}));
+    return *system;
 }
 
 std::shared_future<void> FontSource::ReadSystemAhead() {

@@ -32,7 +32,7 @@ struct FontRequest {
 /// Any thread; Pango's objects are used by one at a time.
 class FontSource {
 public:
-    /// The system's fonts, read once. Throws std::runtime_error if there are none.
+    /// The system's fonts, read once and kept until the process ends. Throws std::runtime_error if there are none.
     static std::shared_ptr<FontSource> System();
     /// Begins to read them while the program does other things: that is the longest part of setting the first text. To
     /// be waited for before the process ends.

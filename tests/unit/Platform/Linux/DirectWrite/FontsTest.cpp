@@ -1,10 +1,13 @@
 // Fonts in memory: from bytes to a family that is found.
 
+#include "Platform/Linux/DirectWrite/FontSource.h"
+
 #include <dwrite_3.h>
 #include <wrl/client.h>
 
 #include <gtest/gtest.h>
 
+#include <cstdlib>
 #include <fstream>
 #include <iterator>
 
@@ -124,6 +127,29 @@ TEST_F(Fonts, FormatKeepsItsCollection) {
     ComPtr<IDWriteFontCollection> kept;
     ASSERT_EQ(format->GetFontCollection(&kept), S_OK);
     EXPECT_EQ(kept.Get(), collection.Get());
+}
+
+// A thread that reads ahead may be so late that the process is already ending.
+TEST(SystemFonts, OutliveTheStaticsOfTheProcess) {
+    testing::GTEST_FLAG(death_test_style) = "threadsafe";
+    EXPECT_EXIT(
+        {
+            static_cast<void>(std::atexit([] {
+                using Platform::DirectWrite::FontSource;
+                for (int i = 0; i < 2; ++i) {
+                    FontSource::Session session(*FontSource::System(), {.family = L"Segoe UI",
+                                                                        .weight = DWRITE_FONT_WEIGHT_NORMAL,
+                                                                        .style = DWRITE_FONT_STYLE_NORMAL,
+                                                                        .stretch = DWRITE_FONT_STRETCH_NORMAL,
+                                                                        .size = 14.0F,
+                                                                        .locale = {}});
+                    if (!session.Face(session.BaseFont())) std::_Exit(3);
+                }
+            }));
+            static_cast<void>(Platform::DirectWrite::FontSource::System());
+            std::exit(0);
+        },
+        testing::ExitedWithCode(0), "^$");
 }
 
 }  // namespace
