@@ -21,7 +21,7 @@ using Tamborel::SurfaceTarget;
 
 constexpr int kSwitches = 1000;
 // On the real device they are shared out, so that no test takes long.
-constexpr int kShares = 10;
+constexpr int kShares = 4;
 
 /// Changes the renderer's settings as a player with no patience would; the same seed gives the same sequence.
 class Switcher {
