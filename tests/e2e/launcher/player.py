@@ -107,7 +107,8 @@ class LauncherTest(WineWorld):
         self.screen = None
 
     def make_desktop(self):
-        return Desktop(dialogs_open_at=self.CHOOSER_OPENS_AT)
+        # The launcher fills the screen, and its background is drawn by the processor: the smaller, the less it takes.
+        return Desktop(dialogs_open_at=self.CHOOSER_OPENS_AT, size=(900, 800))
 
     # The one launcher that most tests have.
 

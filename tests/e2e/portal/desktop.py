@@ -73,17 +73,17 @@ class Desktop:
     """Everything lies in a private folder and ends with this object, processes that left their parents included: the
     Python process becomes the parent of its orphans. One desktop at a time in a process."""
 
-    def __init__(self, portal=True, dialogs_open_at=None, manager_rules=None):
+    def __init__(self, portal=True, dialogs_open_at=None, manager_rules=None, size=(1280, 1024)):
         """`portal`: whether the bus has one. `dialogs_open_at`: a folder below the home folder, made here, at which the
         desktop opens file dialogs by its own choice. `manager_rules`: the window manager's configuration, in place of
-        its usual one."""
+        its usual one. `size`: the screen's, in pixels."""
         ctypes.CDLL(None, use_errno=True).prctl(PR_SET_CHILD_SUBREAPER, 1, 0, 0, 0)
         self.folder = pathlib.Path(tempfile.mkdtemp(prefix="velorinth-desktop-"))
         self.home = self.folder / "home"
         self.environment = self._environment()
         self.started = []
         try:
-            self._start_display()
+            self._start_display(size)
             self._start_bus(portal, dialogs_open_at)
             self._start_window_manager(manager_rules)
         except BaseException:
@@ -140,10 +140,10 @@ class Desktop:
         self.started.append(process)
         return process
 
-    def _start_display(self):
+    def _start_display(self, size):
         read, write = os.pipe()
         # Without -noreset the server starts over whenever its only client of the moment leaves.
-        self.start("Xvfb", "Xvfb", "-displayfd", write, "-screen", "0", "1280x1024x24", "-nolisten", "tcp", "-noreset",
+        self.start("Xvfb", "Xvfb", "-displayfd", write, "-screen", "0", f"{size[0]}x{size[1]}x24", "-nolisten", "tcp", "-noreset",
                    pass_fds=(write,))
         os.close(write)
         with os.fdopen(read) as pipe:
