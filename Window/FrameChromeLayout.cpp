@@ -17,7 +17,7 @@ constexpr float kLargestInset = 4.5F;          // of a button's fill in its slot
 constexpr float kLargestRadius = 5.0F;
 constexpr float kGlyphHalf = 0.175F;  // of the slot's width
 
-float LengthOrZero(float value) {
+float NotNegative(float value) {
     return std::max(value, 0.0F);
 }
 
@@ -46,9 +46,9 @@ struct ButtonShape {
 
 ButtonShape ShapeOf(float titleHeight, float buttonWidth) {
     const float inset =
-        std::min(std::min(LengthOrZero(titleHeight / 2 - 0.5F), LengthOrZero(buttonWidth / 2 - 0.5F)), kLargestInset);
-    const float smaller = std::min(LengthOrZero(titleHeight - 2 * inset), LengthOrZero(buttonWidth - 2 * inset));
-    return {titleHeight, inset, std::min(LengthOrZero(smaller * 0.5F - 0.5F), kLargestRadius)};
+        std::min(std::min(NotNegative(titleHeight / 2 - 0.5F), NotNegative(buttonWidth / 2 - 0.5F)), kLargestInset);
+    const float smaller = std::min(NotNegative(titleHeight - 2 * inset), NotNegative(buttonWidth - 2 * inset));
+    return {titleHeight, inset, std::min(NotNegative(smaller * 0.5F - 0.5F), kLargestRadius)};
 }
 
 ChromeButton LayOutButton(const Slot& slot, const ButtonShape& shape, float leftLimit) {
@@ -57,7 +57,7 @@ ChromeButton LayOutButton(const Slot& slot, const ButtonShape& shape, float left
                    shape.titleHeight - shape.inset};
     button.fill = CutAt(leftLimit, box);
     const float smaller = std::min(box.bottom - box.top, box.right - box.left);
-    button.radius = std::min(LengthOrZero(smaller * 0.5F - 0.5F), shape.largestRadius);
+    button.radius = std::min(NotNegative(smaller * 0.5F - 0.5F), shape.largestRadius);
 
     const float half = kGlyphHalf * slot.width;
     const float centerX = (box.left + box.right) / 2;
@@ -68,7 +68,7 @@ ChromeButton LayOutButton(const Slot& slot, const ButtonShape& shape, float left
 
 // The text's height and a margin, three times as wide as high; an image that tells its size keeps its proportions.
 Rect TitleImageBox(const ChromeLayoutInput& input, float fontSize, float titleHeight, float left, float right) {
-    const float available = LengthOrZero(right - left);
+    const float available = NotNegative(right - left);
     const float wanted = input.measures.titleImagePadding * input.measures.scale + fontSize;
     float height = std::min(wanted > 0 ? wanted : 0.0F, titleHeight);
     float width = std::min(kTitleImageProportion * height, available);

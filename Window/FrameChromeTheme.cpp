@@ -22,7 +22,7 @@ constexpr Color kButtonPressed{0.05F, 0.36F, 0.62F, 0.333F};
 constexpr Color kCloseHover{0.784F, 0.106F, 0.106F, 0.333F};
 constexpr Color kClosePressed{0.612F, 0.082F, 0.082F, 0.333F};
 
-float LimitedOrDefault(float limit, const std::optional<float>& field, float otherwise) {
+float AtLeast(float limit, const std::optional<float>& field, float otherwise) {
     return std::max(limit, field.value_or(otherwise));
 }
 
@@ -46,14 +46,14 @@ void FrameChrome::Resolve() {
 }
 
 void FrameChrome::ResolveMeasures() {
-    measures_.frameWidth = LimitedOrDefault(0.0F, theme_.FrameWidth, ChromeDefaults::FrameWidth);
-    measures_.titleHeight = LimitedOrDefault(1.0F, theme_.TitleHeight, ChromeDefaults::TitleHeight);
-    measures_.buttonWidth = LimitedOrDefault(1.0F, theme_.ButtonWidth, ChromeDefaults::ButtonWidth);
-    measures_.scale = LimitedOrDefault(ChromeDefaults::MinimumScale, theme_.Scale, ChromeDefaults::Scale);
-    innerBorderWidth_ = LimitedOrDefault(0.0F, theme_.InnerBorderWidth, ChromeDefaults::InnerBorderWidth);
-    measures_.titleTextScale = LimitedOrDefault(0.01F, theme_.TitleTextScale, kTextScale);
-    measures_.titleImagePadding = LimitedOrDefault(0.0F, theme_.TitleImagePadding, kImagePadding);
-    measures_.titleFontSize = LimitedOrDefault(1.0F, theme_.TitleFontSize, kFontSize);
+    measures_.frameWidth = AtLeast(0.0F, theme_.FrameWidth, ChromeDefaults::FrameWidth);
+    measures_.titleHeight = AtLeast(1.0F, theme_.TitleHeight, ChromeDefaults::TitleHeight);
+    measures_.buttonWidth = AtLeast(1.0F, theme_.ButtonWidth, ChromeDefaults::ButtonWidth);
+    measures_.scale = AtLeast(ChromeDefaults::MinimumScale, theme_.Scale, ChromeDefaults::Scale);
+    innerBorderWidth_ = AtLeast(0.0F, theme_.InnerBorderWidth, ChromeDefaults::InnerBorderWidth);
+    measures_.titleTextScale = AtLeast(0.01F, theme_.TitleTextScale, kTextScale);
+    measures_.titleImagePadding = AtLeast(0.0F, theme_.TitleImagePadding, kImagePadding);
+    measures_.titleFontSize = AtLeast(1.0F, theme_.TitleFontSize, kFontSize);
 }
 
 void FrameChrome::ResolveColors() {

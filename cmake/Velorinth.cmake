@@ -69,8 +69,8 @@ else()
                                     -Wno-stringop-overread)
 endif()
 
-# What our libraries and programs compile with beside that, unlike tests. A class that isn't there ends in an access
-# that AddressSanitizer tells of anyway, and asking ahead of every call takes compiling and testing longer.
+# What our libraries and programs compile with beside that, unlike tests. Whether an object is of the class that it is used
+# as (vptr) isn't asked: asking ahead of each call makes compiling and testing longer.
 add_library(velorinth_product_options INTERFACE)
 if(VELORINTH_SANITIZE MATCHES ",undefined")
   target_compile_options(velorinth_product_options INTERFACE -fsanitize=undefined -fno-sanitize=vptr)
@@ -133,6 +133,17 @@ function(velorinth_library target)
   target_link_libraries(${target} PUBLIC ${arg_DEPENDS} PRIVATE velorinth_options velorinth_product_options ${arg_PRIVATE})
   if(TARGET velorinth_system_headers)
     target_precompile_headers(${target} REUSE_FROM velorinth_system_headers)
+  endif()
+endfunction()
+
+# velorinth_file_by_file(<target> [WINDOWS <file>...]): compiles each file of a library by itself, so that a program links
+# only what it calls, and a test or a fake can stand in for the rest. With WINDOWS the others go several at a time there.
+function(velorinth_file_by_file target)
+  cmake_parse_arguments(PARSE_ARGV 1 arg "" "" "WINDOWS")
+  if(WIN32 AND arg_WINDOWS)
+    set_source_files_properties(${arg_WINDOWS} PROPERTIES SKIP_UNITY_BUILD_INCLUSION ON)
+  else()
+    set_target_properties(${target} PROPERTIES UNITY_BUILD OFF)
   endif()
 endfunction()
 

@@ -1,1 +1,1 @@
-velorinth_fuzz(fuzz_profile SOURCES ProfileFuzz.cpp DEPENDS platform_profile)
+velorinth_fuzz(fuzz_profile SOURCES ProfileFuzz.cpp DEPENDS platform_profile platform_text)

@@ -1,4 +1,4 @@
 velorinth_fuzz(
   fuzz_registry
   SOURCES RegistryFuzz.cpp
-  DEPENDS platform_wine platform_places)
+  DEPENDS platform_wine platform_places platform_text)
