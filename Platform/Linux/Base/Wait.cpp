@@ -1,5 +1,6 @@
 #include "Platform/Linux/Base/Errors.h"
 #include "Platform/Linux/Base/Handle.h"
+#include "Platform/Linux/Base/PutOffWork.h"
 
 #include <poll.h>
 #include <time.h>
@@ -47,6 +48,7 @@ public:
     DWORD Run(WaitFor mode, const Deadline& deadline) {
         for (;;) {
             if (const std::optional<DWORD> result = Take(mode)) return *result;
+            if (PutOffWork::DoBeforeSleep([this](const HandleObject* object) { return IsFor(object); })) continue;
             // Objects that are signalled already are left out of a wait for all, which would not sleep otherwise.
             switch (Poll(mode == WaitFor::All ? PendingOnly() : Descriptors(), deadline)) {
                 case PollEnd::Woken:
@@ -70,6 +72,11 @@ private:
             if (each.revents == 0) pending_[pending++] = each;
         }
         return {pending_.data(), pending};
+    }
+
+    bool IsFor(const HandleObject* object) const {
+        return std::ranges::any_of(std::span(objects_.data(), count_),
+                                   [&](const auto& each) { return each.get() == object; });
     }
 
     static DWORD Failed() {
