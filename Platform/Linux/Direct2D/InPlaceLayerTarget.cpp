@@ -52,14 +52,30 @@ HRESULT InPlaceLayerTarget::Compose(const LayerFrame& frame) noexcept try {
         FindSpansAgain(PixelsOf(frame, size_), top, bottom, spans_);
     }
     if (!frame.clear && spans_.empty()) return S_OK;
+    auto pending = std::make_shared<const char>();
+    const auto lay = [this, target = PixelsOf(*image), layer = PixelsOf(frame, size_), clear = frame.clear, pending] {
+        if (clear) SetAll(target, PixelOf(*clear));
+        if (!spans_.empty()) BlendSpans(target, layer, spans_, 0, 0);
+    };
     const auto lock = device_->Lock();
+    if (device_->AddToPicture(image, lay)) {
+        isPending_ = pending;
+        return S_OK;
+    }
     device_->AwaitPixels(image);
-    const Pixels target = PixelsOf(*image);
-    if (frame.clear) SetAll(target, PixelOf(*frame.clear));
-    if (!spans_.empty()) BlendSpans(target, PixelsOf(frame, size_), spans_, 0, 0);
+    lay();
     return S_OK;
 } catch (...) {
     return Direct3D::CurrentFailure();
+}
+
+void InPlaceLayerTarget::LetGo() noexcept {
+    if (isPending_.expired()) return;
+    try {
+        device_->FinishPicture();
+    } catch (...) {
+        // The picture lacks a part then; there is nobody to tell.
+    }
 }
 
 }  // namespace Platform::Direct2D

@@ -20,13 +20,15 @@ public:
     InPlaceLayerTarget(IDXGISurface* surface, std::shared_ptr<Direct3D::GraphicsDevice> device);
 
     D2D1_SIZE_U Size() const noexcept override { return size_; }
-    /// Waits until the device has drawn what lies below.
+    /// Waits until the device has drawn what lies below; where that was put off, the layer is too.
     HRESULT Compose(const LayerFrame& frame) noexcept override;
+    void LetGo() noexcept override;
 
 private:
     Microsoft::WRL::ComPtr<IDXGISurface> surface_;
     std::shared_ptr<Direct3D::GraphicsDevice> device_;
-    std::vector<Span> spans_;  ///< Where the layer shows anything.
+    std::vector<Span> spans_;              ///< Where the layer shows anything.
+    std::weak_ptr<const void> isPending_;  ///< Held by what was put off and reads the layer.
     D2D1_SIZE_U size_{};
 };
 

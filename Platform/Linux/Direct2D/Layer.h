@@ -13,6 +13,9 @@ namespace Platform::Direct2D {
 class Layer {
 public:
     explicit Layer(std::unique_ptr<LayerTarget> target);
+    ~Layer();
+    Layer(const Layer&) = delete;
+    Layer& operator=(const Layer&) = delete;
 
     D2D1_SIZE_U Size() const noexcept { return target_->Size(); }
 

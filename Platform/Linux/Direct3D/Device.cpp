@@ -62,6 +62,7 @@ GraphicsDevice::GraphicsDevice() {
 
 GraphicsDevice::~GraphicsDevice() {
     vkDeviceWaitIdle(device_);
+    unfinished_ = {};
     batches_.clear();  // lets go of what they kept
     pipelines_.reset();
     vkDestroyDevice(device_, nullptr);
@@ -113,6 +114,7 @@ void GraphicsDevice::MakeDevice() {
 }
 
 VkCommandBuffer GraphicsDevice::OpenCommands() {
+    FinishPicture();
     return batches_[current_]->Open();
 }
 
@@ -134,6 +136,7 @@ void GraphicsDevice::Flush(VkSemaphore waitFor, VkPipelineStageFlags2 waitStages
 
 void GraphicsDevice::Finish() {
     const auto lock = Lock();
+    FinishPicture();
     Flush();
     for (const auto& each : batches_) each->Await();
 }
@@ -170,12 +173,14 @@ void GraphicsDevice::ReadBack(const std::shared_ptr<Texture>& texture, const Pix
     CopyRows(static_cast<std::byte*>(pixels), stride, buffer->Data(), rowBytes, rowBytes, source.height);
 }
 
-void GraphicsDevice::AwaitPixels(const std::shared_ptr<Texture>& texture) {
+bool GraphicsDevice::AwaitPixels(const std::shared_ptr<Texture>& texture, const std::function<bool()>& isUnwanted) {
     const auto lock = Lock();
-    if (texture->IsSettled()) return;
+    if (unfinished_.IsOf(*texture) && !Proceed(isUnwanted)) return false;
+    if (texture->IsSettled()) return true;
     Record([&](VkCommandBuffer commands) { texture->Prepare(commands, Use::inPlace); });
     Finish();
     texture->Settle();
+    return true;
 }
 
 void GraphicsDevice::MakeVisibleToHost(VkCommandBuffer commands) {

@@ -2,9 +2,11 @@
 #pragma once
 
 #include "Platform/Linux/Direct3D/Texture.h"
+#include "Platform/Linux/Direct3D/UnfinishedPicture.h"
 #include "Platform/Linux/Direct3D/Vulkan.h"
 
 #include <cstddef>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <span>
@@ -54,6 +56,22 @@ public:
     void Enter() { mutex_.lock(); }
     void Leave() { mutex_.unlock(); }
 
+    /// Leaves a picture until its pixels are needed or anything is recorded beside. It takes the place of an earlier
+    /// one that was given up; any other is finished first.
+    void PutOff(UnfinishedPicture picture);
+    /// Sets the device to work on the picture that was put off, without waiting for anything.
+    void BeginPicture();
+    /// Adds a step to the picture that was put off: `draw` lays something over the buffer's pixels. False if there is
+    /// no such picture of this buffer.
+    bool AddToPicture(const std::shared_ptr<Texture>& buffer, std::function<void()> draw);
+    bool IsPutOff(const Texture& buffer);
+    /// The picture of this buffer, if it is put off, isn't wanted any more: the next one may take its place.
+    void GiveUp(const Texture& buffer);
+    /// Draws the picture that was put off. A step that fails is left out.
+    void FinishPicture();
+    /// The same, but that a picture that was given up isn't drawn. What it referred to is let go.
+    void EndPicture();
+
     /// Calls `record(VkCommandBuffer)` with the open batch's commands, outside any rendering pass.
     template <class Function>
     void Record(Function&& record) {
@@ -81,8 +99,9 @@ public:
     void ReadBack(const std::shared_ptr<Texture>& texture, const PixelRect& source, void* pixels, std::size_t stride);
 
     /// Waits until the pixels of a texture that can be read in place are what was drawn so far. With the device locked
-    /// they may be drawn on then.
-    void AwaitPixels(const std::shared_ptr<Texture>& texture);
+    /// they may be drawn on then. Where the texture's picture was put off, `isUnwanted` is asked between its steps:
+    /// true ends the call, which returns false, with the picture still put off.
+    bool AwaitPixels(const std::shared_ptr<Texture>& texture, const std::function<bool()>& isUnwanted = nullptr);
 
     /// Memory for bytes that the open batch reads; it is valid for that batch only. Write with the device locked and
     /// before the batch is flushed.
@@ -110,6 +129,9 @@ private:
     void MakeDevice();
     /// The open batch's command buffer, begun if need be. With the device locked.
     VkCommandBuffer OpenCommands();
+    bool Proceed(const std::function<bool()>& isUnwanted);
+    void Step();
+    void HandOverStep() noexcept;
 
     std::recursive_mutex mutex_;
     VkInstance instance_ = VK_NULL_HANDLE;
@@ -126,6 +148,8 @@ private:
     std::vector<std::unique_ptr<Batch>> batches_;  // guarded by mutex_, as all below
     std::size_t current_ = 0;                      ///< Index of the open batch.
     std::uint64_t batchNumber_ = 1;
+    UnfinishedPicture unfinished_;
+    bool isInStep_ = false;  ///< What is recorded is a step of `unfinished_`.
 };
 
 /// A piece of host memory that the device reads.

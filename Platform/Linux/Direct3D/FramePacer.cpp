@@ -23,6 +23,16 @@ void FramePacer::FrameShown() noexcept {
     if (rhythm_.FrameShown(Clock::now())) Arm();
 }
 
+void FramePacer::FrameGivenUp() noexcept {
+    const auto lock = LockSignals();
+    if (rhythm_.FrameGivenUp(Clock::now())) Arm();
+}
+
+bool FramePacer::IsOutdated() const noexcept {
+    const auto lock = LockSignals();
+    return rhythm_.IsOutdated();
+}
+
 void FramePacer::Hurry() noexcept {
     const auto lock = LockSignals();
     if (rhythm_.Hurry(Clock::now())) Arm();

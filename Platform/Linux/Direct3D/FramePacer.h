@@ -23,6 +23,10 @@ public:
 
     /// A frame was shown: arms the next signal.
     void FrameShown() noexcept;
+    /// It was given up: signals at once.
+    void FrameGivenUp() noexcept;
+    /// Whether the frame that is being drawn had better be given up, as FrameRhythm tells.
+    bool IsOutdated() const noexcept;
     /// Input has come that the next two frames answer.
     void Hurry() noexcept;
     void SetPeriod(std::chrono::nanoseconds period) noexcept;

@@ -16,6 +16,7 @@ FrameRhythm::FrameRhythm(Moment now) : base_(now - period_), last_(base_), place
 void FrameRhythm::Taken(Moment now) noexcept {
     state_ = State::Taken;
     if (hurried_ > 0) --hurried_;
+    isAnswer_ = toAnswer_ > 0 && --toAnswer_ == 0;
     // A signal taken in time keeps the rhythm exact; one that lay there for long says nothing about it.
     base_ = now - place_ < period_ ? place_ : now;
     last_ = now - next_ < period_ ? next_ : now;
@@ -29,8 +30,17 @@ bool FrameRhythm::FrameShown(Moment now) noexcept {
     return true;
 }
 
+bool FrameRhythm::FrameGivenUp(Moment now) noexcept {
+    if (state_ == State::Pending) return false;
+    state_ = State::Pending;
+    place_ = base_;
+    next_ = now;
+    return true;
+}
+
 bool FrameRhythm::Hurry(Moment now) noexcept {
     hurried_ = answerFrames;
+    if (toAnswer_ == 0) toAnswer_ = answerFrames;
     return BringForward(now);
 }
 
@@ -38,6 +48,7 @@ bool FrameRhythm::SetPeriod(std::chrono::nanoseconds period, Moment now) noexcep
     if (period == period_) return false;
     period_ = period;
     hurried_ = 0;
+    toAnswer_ = 0;
     base_ = std::min(base_, last_);
     if (state_ == State::Taken || next_ <= now || base_ + period >= place_) return false;
     place_ = std::max(now, base_ + period);

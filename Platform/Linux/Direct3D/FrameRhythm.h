@@ -13,6 +13,10 @@ namespace Platform::Direct3D {
 /// display shows, every signal keeps its place in the rhythm, and none comes more than two periods ahead of it. What
 /// came early is made up for by the signals after: they are a quarter of a period late until the rhythm has caught up.
 ///
+/// Of those two frames only the second shows anything new. The first, and the one that was being drawn when the input
+/// came, are outdated: where drawing takes long they may be given up, and the next signal comes at once then. The
+/// second never is outdated, whatever comes meanwhile, so that input without end doesn't stop the picture.
+///
 /// Not for several threads at once. Moments that are passed in never go back.
 class FrameRhythm {
 public:
@@ -25,6 +29,11 @@ public:
     void Taken(Moment now) noexcept;
     /// A frame was shown. False if the next signal is pending already.
     bool FrameShown(Moment now) noexcept;
+    /// The frame was given up, for the next one to come at once in its place. False if the next signal is pending
+    /// already.
+    bool FrameGivenUp(Moment now) noexcept;
+    /// Whether the frame that is being drawn shows nothing of input that has come, while a later one will.
+    bool IsOutdated() const noexcept { return toAnswer_ > 0 && !isAnswer_; }
     /// Input has come. True if the pending signal comes sooner now.
     bool Hurry(Moment now) noexcept;
     /// 1/60 s at first. What came early is forgiven, and nothing is in a hurry any more. True if the pending signal
@@ -41,10 +50,12 @@ private:
     enum class State { Pending, Taken };
     State state_ = State::Pending;
     std::chrono::nanoseconds period_{1'000'000'000 / 60};
-    int hurried_ = 0;  ///< How many of the next signals are in a hurry.
-    Moment base_;      ///< The last signal's place in the rhythm, ahead of `last_` if it came early.
-    Moment last_;      ///< When it came.
-    Moment place_;     ///< The same of the pending one.
+    int hurried_ = 0;        ///< How many of the next signals are in a hurry.
+    int toAnswer_ = 0;       ///< How many signals from now the answer to the oldest input comes; 0 without any.
+    bool isAnswer_ = false;  ///< Of the frame that is being drawn.
+    Moment base_;            ///< The last signal's place in the rhythm, ahead of `last_` if it came early.
+    Moment last_;            ///< When it came.
+    Moment place_;           ///< The same of the pending one.
     Moment next_;
 };
 

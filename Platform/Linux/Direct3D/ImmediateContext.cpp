@@ -1,5 +1,7 @@
 #include "Platform/Linux/Direct3D/ImmediateContext.h"
 
+#include "Platform/Linux/Direct3D/PictureOfList.h"
+
 #include <cstdio>
 
 namespace Platform::Direct3D {
@@ -19,7 +21,9 @@ struct Visitor {
     void operator()(const DispatchCommand& dispatch) const {
         player.Dispatch(*dispatch.state, dispatch.x, dispatch.y, dispatch.z);
     }
-    void operator()(const ClearCommand& clear) const { player.Clear(clear.target->Target(), clear.color.data()); }
+    void operator()(const ClearCommand& clear) const {
+        player.Clear(clear.target->Target().Image(), clear.color.data());
+    }
     void operator()(const CopyCommand& copy) const {
         player.Copy(*copy.target.Get(), copy.x, copy.y, *copy.source.Get(), copy.rect);
     }
@@ -57,6 +61,7 @@ ULONG ImmediateContext::AddRef() {
 ULONG ImmediateContext::Release() {
     const ULONG left = references_.fetch_sub(1, std::memory_order_acq_rel) - 1;
     if (left == 0) {
+        device_.EndPicture();
         ClearState();
         Owner().Release();  // may end the device and this with it
     }
@@ -70,6 +75,7 @@ HRESULT ImmediateContext::Map(ID3D11Resource* resource, UINT subresource, D3D11_
     D3D11_RESOURCE_DIMENSION dimension = D3D11_RESOURCE_DIMENSION_UNKNOWN;
     resource->GetType(&dimension);
     const auto lock = device_.Lock();
+    device_.FinishPicture();
     if (dimension == D3D11_RESOURCE_DIMENSION_BUFFER) {
         auto* const buffer = static_cast<Buffer*>(resource);
         if (!buffer->IsDynamic() || (type != D3D11_MAP_WRITE_DISCARD && type != D3D11_MAP_WRITE_NO_OVERWRITE))
@@ -94,14 +100,28 @@ HRESULT ImmediateContext::Map(ID3D11Resource* resource, UINT subresource, D3D11_
 void ImmediateContext::ExecuteCommandList(ID3D11CommandList* list, BOOL restore) {
     if (list) {
         const auto lock = device_.Lock();
-        for (const Command& each : static_cast<CommandList*>(list)->Commands()) Play(each);
+        auto& commands = *static_cast<CommandList*>(list);
+        if (!PutOff(commands)) {
+            for (const Command& each : commands.Commands()) Play(each);
+        }
     }
     if (!restore) ClearState();
+}
+
+bool ImmediateContext::PutOff(CommandList& list) noexcept try {
+    std::optional<UnfinishedPicture> picture = PictureOf(list, player_);
+    if (!picture) return false;
+    device_.PutOff(std::move(*picture));
+    if (!DrawnLast(list)->IsOutdated()) device_.BeginPicture();
+    return true;
+} catch (...) {
+    return false;
 }
 
 void ImmediateContext::Play(const Command& command) noexcept {
     const auto lock = device_.Lock();
     try {
+        device_.FinishPicture();
         std::visit(Visitor{player_}, command);
     } catch (...) {
         static std::atomic_flag written;

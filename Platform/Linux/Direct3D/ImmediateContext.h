@@ -34,6 +34,8 @@ public:
 private:
     void Take(Command command) override { Play(command); }
     void Play(const Command& command) noexcept;
+    /// Leaves a list that draws a picture to whoever needs the pixels. False if it isn't one, or can't be left.
+    bool PutOff(CommandList& list) noexcept;
 
     GraphicsDevice& device_;
     Player player_;

@@ -132,13 +132,21 @@ VkDescriptorSet Player::BindResources(VkCommandBuffer commands, VkDescriptorSetL
 }
 
 void Player::Draw(const GraphicsState& state, UINT vertexCount, UINT firstVertex) {
-    if (!state.vertexShader || !state.pixelShader || !state.target || !HasStreams(state) || vertexCount == 0) return;
+    if (!state.target) return;
+    const auto lock = device_.Lock();
+    const std::shared_ptr<Texture>& target = state.target->Target().Image();
+    const VkExtent2D size = target->Size();
+    Draw(state, vertexCount, firstVertex, target, {0, 0, size.width, size.height});
+}
+
+void Player::Draw(const GraphicsState& state, UINT vertexCount, UINT firstVertex,
+                  const std::shared_ptr<Texture>& target, const PixelRect& area) {
+    if (!state.vertexShader || !state.pixelShader || !HasStreams(state) || vertexCount == 0) return;
     if (state.topology == D3D11_PRIMITIVE_TOPOLOGY_UNDEFINED) return;
     const D3D11_VIEWPORT& view = state.viewport;
     if (!(view.Width > 0) || !(view.Height > 0)) return;
 
     device_.Record([&](VkCommandBuffer commands) {
-        const std::shared_ptr<Texture>& target = state.target->Target().Image();
         PipelineCache& pipelines = device_.Pipelines();
         const VkPipeline pipeline = pipelines.Drawing(KeyOf(state, target->Format(), device_.HasDepthClamp()),
                                                       state.vertexShader->Code(), state.pixelShader->Code());
@@ -153,7 +161,8 @@ void Player::Draw(const GraphicsState& state, UINT vertexCount, UINT firstVertex
             vkCmdBindVertexBuffers(commands, slot, 1, &slice.buffer, &offset);
         }
 
-        const VkRect2D whole{{0, 0}, target->Size()};
+        const VkRect2D drawn{{static_cast<std::int32_t>(area.x), static_cast<std::int32_t>(area.y)},
+                             {area.width, area.height}};
         // Upside down, since Vulkan's clip space has y running down and Direct3D's has it running up.
         const VkViewport viewport{view.TopLeftX, view.TopLeftY + view.Height, view.Width, -view.Height, view.MinDepth,
                                   view.MaxDepth};
@@ -163,7 +172,7 @@ void Player::Draw(const GraphicsState& state, UINT vertexCount, UINT firstVertex
         attachment.loadOp = VK_ATTACHMENT_LOAD_OP_LOAD;
         attachment.storeOp = VK_ATTACHMENT_STORE_OP_STORE;
         auto rendering = Typed<VkRenderingInfo>(VK_STRUCTURE_TYPE_RENDERING_INFO);
-        rendering.renderArea = whole;
+        rendering.renderArea = drawn;
         rendering.layerCount = 1;
         rendering.colorAttachmentCount = 1;
         rendering.pColorAttachments = &attachment;
@@ -172,7 +181,7 @@ void Player::Draw(const GraphicsState& state, UINT vertexCount, UINT firstVertex
         vkCmdBindDescriptorSets(commands, VK_PIPELINE_BIND_POINT_GRAPHICS, pipelines.DrawingLayout(), 0, 1, &set, 0,
                                 nullptr);
         vkCmdSetViewport(commands, 0, 1, &viewport);
-        vkCmdSetScissor(commands, 0, 1, &whole);
+        vkCmdSetScissor(commands, 0, 1, &drawn);
         vkCmdDraw(commands, vertexCount, 1, firstVertex, 0);
         vkCmdEndRendering(commands);
     });
@@ -194,13 +203,12 @@ void Player::Dispatch(const GraphicsState& state, UINT x, UINT y, UINT z) {
     });
 }
 
-void Player::Clear(Texture2D& target, const FLOAT color[4]) {
+void Player::Clear(const std::shared_ptr<Texture>& target, const FLOAT color[4]) {
     device_.Record([&](VkCommandBuffer commands) {
-        const std::shared_ptr<Texture>& image = target.Image();
-        image->Prepare(commands, Use::copyTarget);
+        target->Prepare(commands, Use::copyTarget);
         const VkClearColorValue value{{color[0], color[1], color[2], color[3]}};
         const VkImageSubresourceRange whole{VK_IMAGE_ASPECT_COLOR_BIT, 0, 1, 0, 1};
-        vkCmdClearColorImage(commands, image->Image(), VK_IMAGE_LAYOUT_TRANSFER_DST_OPTIMAL, &value, 1, &whole);
+        vkCmdClearColorImage(commands, target->Image(), VK_IMAGE_LAYOUT_TRANSFER_DST_OPTIMAL, &value, 1, &whole);
     });
 }
 

@@ -11,8 +11,11 @@ public:
     explicit Player(GraphicsDevice& device) : device_(device) {}
 
     void Draw(const GraphicsState& state, UINT vertexCount, UINT firstVertex);
+    /// The part of it that falls into `area`, on another image than the state's target has now.
+    void Draw(const GraphicsState& state, UINT vertexCount, UINT firstVertex, const std::shared_ptr<Texture>& target,
+              const PixelRect& area);
     void Dispatch(const GraphicsState& state, UINT x, UINT y, UINT z);
-    void Clear(Texture2D& target, const FLOAT color[4]);
+    void Clear(const std::shared_ptr<Texture>& target, const FLOAT color[4]);
     /// The rectangle lies within the source and, put at (x, y), within the target.
     void Copy(Texture2D& target, UINT x, UINT y, Texture2D& source, const PixelRect& rect);
 

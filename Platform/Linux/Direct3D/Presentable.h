@@ -1,6 +1,7 @@
 // What a compositor asks of a swap chain.
 #pragma once
 
+#include "Platform/Linux/Base/Handle.h"
 #include "Platform/Linux/Direct3D/Texture.h"
 
 #include <dxgi1_2.h>
@@ -28,6 +29,13 @@ struct IPresentable : public IUnknown {
 
     /// A commit has taken what was presented: the next frame may start one period after the last one did.
     virtual void Shown() = 0;
+
+    /// Whether input has come that what was presented shows nothing of, while a later picture will.
+    virtual bool IsOutdated() = 0;
+    /// A commit has left what was presented aside, though it may still be shown: the next frame may start at once.
+    virtual void GivenUp() = 0;
+    /// What a wait for the next frame waits for. For comparing.
+    virtual const HandleObject* Waitable() = 0;
 
     /// The time between two frames; 1/60 s at first. A shorter one takes effect on a wait that goes on.
     virtual void SetPeriod(std::chrono::nanoseconds period) = 0;

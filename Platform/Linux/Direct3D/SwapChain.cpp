@@ -47,6 +47,7 @@ void SwapChain::MakeBuffers(const DXGI_SWAP_CHAIN_DESC1& desc) {
     texture.BindFlags = D3D11_BIND_RENDER_TARGET;
     if (desc.BufferUsage & DXGI_USAGE_SHADER_INPUT) texture.BindFlags |= D3D11_BIND_SHADER_RESOURCE;
     backBuffer_ = MakeObject<Texture2D>(*owner_.Get(), texture, first);
+    backBuffer_->SetPacer(pacer_);
     back_ = std::move(first);
     other_ = std::move(second);
     desc_ = desc;
@@ -101,6 +102,7 @@ HRESULT SwapChain::ResizeBuffers(UINT count, UINT width, UINT height, DXGI_FORMA
     if (count != 0) desc.BufferCount = count;
     if (format != DXGI_FORMAT_UNKNOWN) desc.Format = format;
     if (flags != desc_.Flags || FAILED(Check(desc))) return DXGI_ERROR_INVALID_CALL;
+    Graphics()->FinishPicture();  // the commands of one that was put off refer to the buffer
     if (backBuffer_->References() > 1) return DXGI_ERROR_INVALID_CALL;
     MakeBuffers(desc);
     return S_OK;
@@ -118,7 +120,7 @@ HRESULT SwapChain::GetDesc1(DXGI_SWAP_CHAIN_DESC1* desc) {
 HRESULT SwapChain::Present1(UINT syncInterval, UINT flags, const DXGI_PRESENT_PARAMETERS* parameters) try {
     if (syncInterval > maximumSyncInterval || flags != 0 || !parameters) return DXGI_ERROR_INVALID_CALL;
     const auto lock = Graphics()->Lock();
-    Graphics()->Flush();
+    if (!Graphics()->IsPutOff(*back_)) Graphics()->Flush();
     std::swap(back_, other_);
     presented_ = other_;
     backBuffer_->SetImage(back_);
@@ -167,6 +169,13 @@ bool SwapChain::HasNewPicture() {
 void SwapChain::Shown() {
     const auto lock = Graphics()->Lock();
     if (std::exchange(hasNewPicture_, false)) pacer_->FrameShown();
+}
+
+void SwapChain::GivenUp() {
+    const auto lock = Graphics()->Lock();
+    if (!hasNewPicture_) return;
+    Graphics()->GiveUp(*presented_);
+    pacer_->FrameGivenUp();
 }
 
 }  // namespace Platform::Direct3D

@@ -41,6 +41,9 @@ public:
     DXGI_ALPHA_MODE AlphaMode() override { return desc_.AlphaMode; }
     bool HasNewPicture() override;
     void Shown() override;
+    bool IsOutdated() override { return pacer_->IsOutdated(); }
+    void GivenUp() override;
+    const HandleObject* Waitable() override { return pacer_.get(); }
     void SetPeriod(std::chrono::nanoseconds period) override { pacer_->SetPeriod(period); }
     void Hurry() override { pacer_->Hurry(); }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "Platform/Linux/Direct3D/DeviceChild.h"
+#include "Platform/Linux/Direct3D/FramePacer.h"
 #include "Platform/Linux/Direct3D/HostBuffer.h"
 
 namespace Platform::Direct3D {
@@ -41,6 +42,11 @@ public:
     const std::shared_ptr<Texture>& Image() const { return image_; }
     void SetImage(std::shared_ptr<Texture> image) { image_ = std::move(image); }
 
+    /// Of a swap chain's back buffer: what paces its frames.
+    void SetPacer(std::shared_ptr<const FramePacer> pacer) { pacer_ = std::move(pacer); }
+    /// Whether the frame that is being drawn on it shows nothing of input that has come, while a later one will.
+    bool IsOutdated() const { return pacer_ && pacer_->IsOutdated(); }
+
     const std::shared_ptr<HostBuffer>& Staging() const { return staging_; }
     UINT StagingPitch() const { return pitch_; }
 
@@ -51,6 +57,7 @@ private:
     ComPtr<IGraphicsObject> owner_;
     const D3D11_TEXTURE2D_DESC desc_;
     std::shared_ptr<Texture> image_;
+    std::shared_ptr<const FramePacer> pacer_;
     std::shared_ptr<HostBuffer> staging_;
     UINT pitch_ = 0;
 };

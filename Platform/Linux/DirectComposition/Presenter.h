@@ -18,7 +18,8 @@ public:
 
     /// Composes the layers, back to front, and shows the result in one step. Where no layer has pixels the window is
     /// black, but for contents that filled it before its size changed: around those it stays as it is. The contents'
-    /// new buffers count as shown afterwards, even if the window couldn't show them.
+    /// new buffers count as shown afterwards, even if the window couldn't show them. A picture that is outdated may be
+    /// left aside until the thread sleeps without waiting for the next one.
     virtual HRESULT Show(const std::vector<Layer>& layers) = 0;
 };
 

@@ -60,7 +60,14 @@ ShmPresenter::~ShmPresenter() {
     RemoveInputListener(window_, inputListener_);
 }
 
-HRESULT ShmPresenter::Show(const std::vector<Layer>& layers) try {
+HRESULT ShmPresenter::Show(const std::vector<Layer>& layers) {
+    toShow_.reset();
+    const HRESULT result = Show(layers, Outdated::GiveUp);
+    if (!toShow_) givenUp_ = {};
+    return result;
+}
+
+HRESULT ShmPresenter::Show(const std::vector<Layer>& layers, Outdated outdated) try {
     HRESULT result = S_OK;
     const SIZE window = NativeWindowSize(window_);
     if (window.cx > 0 && window.cy > 0 && (hasShown_ || HasPicture(layers))) {
@@ -68,6 +75,9 @@ HRESULT ShmPresenter::Show(const std::vector<Layer>& layers) try {
         const SIZE size = PictureSize(layers, window);
         if (WouldLieWithinFormer(size, window)) {
             // The picture of the window's own size is on its way.
+        } else if (outdated == Outdated::GiveUp && IsSame(size, former_) && IsSame(size, window) &&
+                   GiveUpIfOutdated(layers)) {
+            return S_OK;
         } else if (SharedImage* const image = screen_->NextImage(size)) {
             Compose(image->View(), layers);
             screen_->PutNext();
@@ -83,6 +93,31 @@ HRESULT ShmPresenter::Show(const std::vector<Layer>& layers) try {
     return E_OUTOFMEMORY;
 } catch (const std::exception&) {
     return E_FAIL;  // The device failed; the picture on the screen stays.
+}
+
+// Only a picture that costs something and is the only news, and that a turn of the same thread will follow.
+bool ShmPresenter::GiveUpIfOutdated(const std::vector<Layer>& layers) {
+    ComPtr<Direct3D::IPresentable> news;
+    for (const Layer& layer : layers) {
+        ComPtr<Direct3D::IPresentable> content = PresentableOf(layer.content);
+        if (!content || !content->HasNewPicture()) continue;
+        if (news) return false;
+        news = std::move(content);
+    }
+    if (!news) return false;
+    const std::shared_ptr<Direct3D::Texture> texture = news->Presented();
+    if (!texture->Pixels() || news->Graphics()->AwaitPixels(texture, [&] { return news->IsOutdated(); })) return false;
+
+    GivenUp givenUp{layers, {}};
+    for (const Layer& layer : layers) givenUp.contents.emplace_back(layer.content);
+    givenUp_ = std::move(givenUp);
+    toShow_.emplace(news->Waitable(), [this] {
+        toShow_.reset();
+        const GivenUp shown = std::exchange(givenUp_, {});
+        static_cast<void>(Show(shown.layers, Outdated::Show));
+    });
+    news->GivenUp();
+    return true;
 }
 
 // A window's size runs ahead of what is drawn for it. Contents that fill the window but for that are shown in their own

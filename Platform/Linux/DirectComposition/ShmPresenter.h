@@ -1,6 +1,7 @@
 // Shows a window's layers by composing them in memory that the X server reads.
 #pragma once
 
+#include "Platform/Linux/Base/PutOffWork.h"
 #include "Platform/Linux/Direct3D/Presentable.h"
 #include "Platform/Linux/DirectComposition/Presenter.h"
 #include "Platform/Linux/DirectComposition/SharedImage.h"
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <vector>
 
 namespace Platform::DirectComposition {
@@ -20,6 +22,10 @@ namespace Platform::DirectComposition {
 /// There the bottom layer, opaque and as large as the window but for its rim, is read straight into the picture, and of
 /// the layers above it copies are kept. The runs of pixels that show anything are remembered, so that a frame that
 /// stands still costs nothing to read and little to lay over.
+///
+/// Drawing takes a frame's time there. So a picture that came too early for input that has come meanwhile is given up,
+/// and the hand gets its answer sooner, unless that answer doesn't come: what was given up is shown when the thread
+/// would sleep.
 class ShmPresenter final : public Presenter {
 public:
     ShmPresenter(HWND window, NativeWindowView view);
@@ -38,6 +44,9 @@ private:
         bool used = false;
     };
 
+    enum class Outdated : bool { GiveUp, Show };
+    HRESULT Show(const std::vector<Layer>& layers, Outdated outdated);
+    bool GiveUpIfOutdated(const std::vector<Layer>& layers);
     SIZE PictureSize(const std::vector<Layer>& layers, SIZE window);
     bool WouldLieWithinFormer(SIZE size, SIZE window) const;
     Kept& Keep(Direct3D::IPresentable* content);
@@ -73,6 +82,12 @@ private:
         bool seen = true;
     };
 
+    /// A tree whose newest picture was given up.
+    struct GivenUp {
+        std::vector<Layer> layers;
+        std::vector<Microsoft::WRL::ComPtr<IUnknown>> contents;  ///< Of the layers.
+    };
+
     HWND window_;
     std::vector<std::unique_ptr<Kept>> kept_;
     std::vector<const IUnknown*> filling_;  ///< The contents that filled the window exactly when they last did.
@@ -82,6 +97,8 @@ private:
     std::uint64_t seenListener_ = 0;
     std::uint64_t exposedListener_ = 0;
     std::uint64_t inputListener_ = 0;
+    GivenUp givenUp_;
+    std::optional<PutOffWork> toShow_;  ///< Shows `givenUp_`.
 };
 
 }  // namespace Platform::DirectComposition

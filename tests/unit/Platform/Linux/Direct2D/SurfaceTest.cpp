@@ -248,4 +248,86 @@ TEST_F(Direct2DSurface, SwapChainCanBeResizedOnceTheTargetIsGone) {
     EXPECT_EQ(Pixel(31, 23), 0xFFFFFFFF);
 }
 
+/// A picture of one colour below the drawing, as a software device puts it off.
+class Direct2DPutOffSurface : public Direct2DSurface {
+protected:
+    void SetUp() override {
+        Direct2DSurface::SetUp();
+        if (HasFatalFailure()) return;
+        graphics_ = Direct3D::GraphicsDevice::From(Surface().Get());
+        if (!graphics_->IsSoftware()) GTEST_SKIP() << "On hardware no picture is put off.";
+    }
+    void TearDown() override {
+        graphics_.reset();
+        Direct2DSurface::TearDown();
+    }
+
+    std::shared_ptr<Direct3D::Texture> Image() { return Direct3D::TextureOf(Surface().Get()); }
+
+    /// Puts off filling the back buffer.
+    void PutOffFill(std::uint32_t pixel) {
+        const auto image = Image();
+        graphics_->AwaitPixels(image);
+        Direct3D::UnfinishedPicture picture(image, {});
+        picture.AddDrawing([image, pixel] {
+            for (UINT y = 0; y < height; ++y) {
+                auto* const row = reinterpret_cast<std::uint32_t*>(image->Pixels() + y * image->Stride());
+                for (UINT x = 0; x < width; ++x) row[x] = pixel;
+            }
+        });
+        graphics_->PutOff(std::move(picture));
+    }
+
+    HRESULT DrawSquare(float left, const D2D1_COLOR_F& color) {
+        return Draw([&](auto& context) { FillRectangle(context, D2D1::RectF(left, 0, left + 2, 2), color); });
+    }
+
+    static std::uint32_t PixelOf(const Direct3D::Texture& image, UINT x) {
+        return reinterpret_cast<const std::uint32_t*>(image.Pixels())[x];
+    }
+
+    std::shared_ptr<Direct3D::GraphicsDevice> graphics_;
+};
+
+TEST_F(Direct2DPutOffSurface, ADrawingOverAPictureThatIsPutOffIsPutOffToo) {
+    const auto image = Image();
+    PutOffFill(0xFF0000FF);
+    EXPECT_EQ(DrawSquare(4, D2D1::ColorF(1, 0, 0)), S_OK);
+    EXPECT_TRUE(graphics_->IsPutOff(*image));
+    graphics_->AwaitPixels(image);
+    EXPECT_EQ(PixelOf(*image, 3), 0xFF0000FFU);
+    EXPECT_EQ(PixelOf(*image, 4), 0xFFFF0000U);
+}
+
+TEST_F(Direct2DPutOffSurface, TheNextDrawingDoesNotChangeAPictureThatIsStillPutOff) {
+    const auto image = Image();
+    PutOffFill(0xFF0000FF);
+    EXPECT_EQ(DrawSquare(4, D2D1::ColorF(1, 0, 0)), S_OK);
+    constexpr DXGI_PRESENT_PARAMETERS plain{};
+    EXPECT_EQ(swapChain_->Present1(1, 0, &plain), S_OK);
+    EXPECT_TRUE(graphics_->IsPutOff(*image));
+    EXPECT_EQ(DrawSquare(4, D2D1::ColorF(0, 1, 0)), S_OK);
+    graphics_->AwaitPixels(image);
+    EXPECT_EQ(PixelOf(*image, 4), 0xFFFF0000U);
+    EXPECT_EQ(Pixel(4, 0), 0xFF00FF00U) << "of the other buffer";
+}
+
+TEST_F(Direct2DPutOffSurface, ATargetThatGoesLeavesItsDrawingToThePicture) {
+    const auto image = Image();
+    PutOffFill(0xFF0000FF);
+    EXPECT_EQ(DrawSquare(4, D2D1::ColorF(1, 0, 0)), S_OK);
+    target_.Reset();
+    graphics_->AwaitPixels(image);
+    EXPECT_EQ(PixelOf(*image, 4), 0xFFFF0000U);
+}
+
+TEST_F(Direct2DPutOffSurface, AClearIsPutOffWithTheColourItHad) {
+    const auto image = Image();
+    PutOffFill(0xFF0000FF);
+    EXPECT_EQ(Draw([](auto& context) { context.Clear(D2D1::ColorF(1, 1, 1)); }), S_OK);
+    EXPECT_TRUE(graphics_->IsPutOff(*image));
+    graphics_->AwaitPixels(image);
+    EXPECT_EQ(PixelOf(*image, 0), 0xFFFFFFFFU);
+}
+
 }  // namespace

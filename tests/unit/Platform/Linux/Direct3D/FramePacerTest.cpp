@@ -94,4 +94,14 @@ TEST_F(FramePacerTest, OutlivesItsOwnerInAHandle) {
     EXPECT_EQ(Wait(0), WAIT_OBJECT_0);
 }
 
+TEST_F(FramePacerTest, AFrameThatIsGivenUpForInputSignalsAtOnce) {
+    pacer->SetPeriod(1h);
+    ASSERT_EQ(Wait(0), WAIT_OBJECT_0);
+    EXPECT_FALSE(pacer->IsOutdated());
+    pacer->Hurry();
+    EXPECT_TRUE(pacer->IsOutdated());
+    pacer->FrameGivenUp();
+    EXPECT_EQ(Wait(5000), WAIT_OBJECT_0);
+}
+
 }  // namespace

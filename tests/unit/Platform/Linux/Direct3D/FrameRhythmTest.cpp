@@ -137,4 +137,83 @@ TEST_F(FrameRhythmTest, AShorterPeriodForgivesWhatCameEarlyInALongOne) {
     EXPECT_EQ(rhythm.Next(), start + period);
 }
 
+TEST_F(FrameRhythmTest, WithoutInputNoFrameIsOutdated) {
+    EXPECT_FALSE(rhythm.IsOutdated());
+    NextAfter(start);
+    EXPECT_FALSE(rhythm.IsOutdated());
+}
+
+TEST_F(FrameRhythmTest, TheFrameInWhichInputComesAndTheNextAreOutdatedAndItsAnswerIsNot) {
+    rhythm.Hurry(start + 10ms);
+    EXPECT_TRUE(rhythm.IsOutdated());
+    NextAfter(start + 20ms);
+    EXPECT_TRUE(rhythm.IsOutdated()) << "the input is handled in this one";
+    NextAfter(start + 30ms);
+    EXPECT_FALSE(rhythm.IsOutdated());
+    NextAfter(start + 40ms);
+    EXPECT_FALSE(rhythm.IsOutdated());
+}
+
+TEST_F(FrameRhythmTest, InputBetweenTwoFramesOutdatesTheOneThatHandlesIt) {
+    rhythm.FrameShown(start + 10ms);
+    rhythm.Hurry(start + 20ms);
+    rhythm.Taken(start + 20ms);
+    EXPECT_TRUE(rhythm.IsOutdated());
+    NextAfter(start + 30ms);
+    EXPECT_FALSE(rhythm.IsOutdated());
+}
+
+TEST_F(FrameRhythmTest, AnAnswerIsNeverOutdatedWhateverComesMeanwhile) {
+    rhythm.Hurry(start);
+    NextAfter(start);
+    NextAfter(start);
+    rhythm.Hurry(start + 1ms);
+    EXPECT_FALSE(rhythm.IsOutdated());
+    NextAfter(start + 2ms);
+    EXPECT_TRUE(rhythm.IsOutdated()) << "that is for the next answer";
+}
+
+TEST_F(FrameRhythmTest, OfFramesUnderInputWithoutEndEverySecondIsAnAnswer) {
+    Moment now = start;
+    int outdated = 0;
+    for (int i = 0; i < 100; ++i) {
+        rhythm.Hurry(now);
+        rhythm.Hurry(now + 1ms);
+        if (rhythm.IsOutdated()) ++outdated;
+        now = NextAfter(now + 2ms);
+    }
+    EXPECT_NEAR(outdated, 50, 1);
+}
+
+TEST_F(FrameRhythmTest, AFrameThatWasGivenUpLeavesItsPlaceToTheNext) {
+    EXPECT_TRUE(rhythm.FrameGivenUp(start + 10ms));
+    EXPECT_EQ(rhythm.Next(), start + 10ms);
+    EXPECT_FALSE(rhythm.FrameGivenUp(start + 11ms)) << "its signal is pending";
+    EXPECT_FALSE(rhythm.FrameShown(start + 11ms));
+    rhythm.Taken(start + 12ms);
+    EXPECT_EQ(NextAfter(start + 30ms), start + period) << "as if it had never been begun";
+}
+
+TEST_F(FrameRhythmTest, FramesGivenUpUnderInputWithoutEndCostTheDisplayNone) {
+    constexpr int periods = 500;
+    int shown = 0;
+    for (Moment now = start; now < start + periods * period; now += 1ms) {
+        if ((now - start) % 8ms == 0ms) rhythm.Hurry(now);
+        if (rhythm.IsOutdated()) {
+            rhythm.FrameGivenUp(now);
+        } else if (rhythm.FrameShown(now)) {
+            ++shown;
+        }
+        if (rhythm.Next() <= now) rhythm.Taken(now);
+    }
+    EXPECT_LE(shown, periods + 2);
+    EXPECT_GE(shown, periods - 2);
+}
+
+TEST_F(FrameRhythmTest, AWindowThatGoesOutOfSightHasNoAnswerToGive) {
+    rhythm.Hurry(start);
+    rhythm.SetPeriod(3s, start);
+    EXPECT_FALSE(rhythm.IsOutdated());
+}
+
 }  // namespace

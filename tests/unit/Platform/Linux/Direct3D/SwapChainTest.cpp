@@ -171,6 +171,23 @@ TEST_F(SwapChainTest, TheWaitableIsReleasedOnceForEachFrameThatWasShown) {
     EXPECT_TRUE(CloseHandle(waitable));
 }
 
+TEST_F(SwapChainTest, APictureThatIsGivenUpReleasesTheWaitableAndIsStillNews) {
+    presentable->SetPeriod(std::chrono::hours(1));
+    const HANDLE waitable = swapChain->GetFrameLatencyWaitableObject();
+    ASSERT_EQ(WaitForSingleObject(waitable, 0), WAIT_OBJECT_0);
+    EXPECT_EQ(presentable->Waitable(), Platform::FindHandleObject(waitable).get());
+    presentable->GivenUp();
+    EXPECT_EQ(WaitForSingleObject(waitable, 20), WAIT_TIMEOUT) << "There was none.";
+    Present();
+    EXPECT_FALSE(presentable->IsOutdated());
+    presentable->Hurry();
+    EXPECT_TRUE(presentable->IsOutdated());
+    presentable->GivenUp();
+    EXPECT_EQ(WaitForSingleObject(waitable, 5000), WAIT_OBJECT_0);
+    EXPECT_TRUE(presentable->HasNewPicture());
+    EXPECT_TRUE(CloseHandle(waitable));
+}
+
 TEST_F(SwapChainTest, WithoutItsFlagThereIsNoWaitable) {
     DXGI_SWAP_CHAIN_DESC1 desc = GoodDescription();
     desc.Flags = 0;

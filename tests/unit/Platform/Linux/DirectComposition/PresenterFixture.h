@@ -11,6 +11,7 @@
 #include <wrl/client.h>
 
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -22,6 +23,10 @@ public:
 
     /// Presents a picture.
     void Set(const Picture& picture);
+    void Set(std::shared_ptr<Platform::Direct3D::Texture> texture) {
+        texture_ = std::move(texture);
+        isNew_ = true;
+    }
     /// Replaces the pixels behind the presenter's back: no new picture is told of.
     void SetSilently(const Picture& picture);
 
@@ -33,9 +38,15 @@ public:
         isNew_ = false;
         ++shown;
     }
+    bool IsOutdated() override { return isOutdated && isOutdated(); }
+    void GivenUp() override { ++givenUp; }
+    const Platform::HandleObject* Waitable() override { return waitable.get(); }
     void SetPeriod(std::chrono::nanoseconds period) override { periods.push_back(period); }
     void Hurry() override { ++hurried; }
 
+    std::function<bool()> isOutdated;
+    std::shared_ptr<Platform::HandleObject> waitable;
+    int givenUp = 0;
     int shown = 0;
     int hurried = 0;
     std::vector<std::chrono::nanoseconds> periods;
