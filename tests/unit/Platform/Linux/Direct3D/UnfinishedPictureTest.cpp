@@ -290,12 +290,16 @@ TEST_F(UnfinishedPictureTest, RecordingAnythingElseFinishesThePictureFirst) {
     EXPECT_TRUE(IsAll(*image, red));
 }
 
-TEST_F(UnfinishedPictureTest, ABufferThatIsWrittenAfterTheListKeepsItsBytesForThePicture) {
+TEST_F(UnfinishedPictureTest, ABufferThatIsWrittenAfterTheListKeepsItsBytesForThePictureAndHasTheNewOnesThen) {
     const auto image = BackImage();
     Execute(Fill(red));
     WriteColor(context.Get(), constants.Get(), ColorOf(green));
     graphics->AwaitPixels(image);
     EXPECT_TRUE(IsAll(*image, red));
+    RecordFill(target.Get());
+    Execute(Finish());
+    graphics->AwaitPixels(image);
+    EXPECT_TRUE(IsAll(*image, green));
 }
 
 TEST_F(UnfinishedPictureTest, AListThatDrawsOnWhatItHasNotClearedIsPlayedAtOnce) {

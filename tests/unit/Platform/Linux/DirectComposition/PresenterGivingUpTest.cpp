@@ -97,8 +97,9 @@ TEST_F(PresenterGivingUp, TheNextPictureIsShownInItsPlace) {
     content_->isOutdated = nullptr;
     EXPECT_EQ(Show({{content_}}), S_OK);
     EXPECT_EQ(Shown(), Whole(0xFF00FF00));
+    PaintWindow(0);
     Sleep();
-    EXPECT_EQ(Shown(), Whole(0xFF00FF00)) << "The one that was given up doesn't come back.";
+    EXPECT_EQ(Shown(), Whole(0)) << "The one that was given up doesn't come back.";
 }
 
 TEST_F(PresenterGivingUp, WhenTheThreadSleepsInsteadOfWaitingForAFrameThePictureIsShown) {
@@ -129,6 +130,12 @@ TEST_F(PresenterGivingUp, ACommitWithOtherNewsShowsAll) {
     EXPECT_EQ(Show({{content_}, {frame}}), S_OK);
     EXPECT_EQ(content_->givenUp, 0);
     EXPECT_EQ(Shown(), Whole(white));
+
+    frame->Set(Picture(windowWidth, windowHeight));
+    PresentUnfinished(blue);
+    EXPECT_EQ(Show({{frame}, {content_}}), S_OK);
+    EXPECT_EQ(content_->givenUp, 0);
+    EXPECT_EQ(Shown(), Whole(blue));
 }
 
 TEST_F(PresenterGivingUp, APictureInAnotherSizeThanTheLastIsShown) {
