@@ -7,8 +7,9 @@ namespace Platform {
 
 class HandleObject;
 
-/// Something that a thread has put off. It is done when that thread is about to sleep in one of the wait functions,
-/// unless it waits for the object that makes the work needless. Made, done and destroyed on one thread.
+/// Something that a thread has put off. It is done when that thread is about to sleep in one of the wait functions for
+/// handles, unless the sleep may end with the object that makes the work needless. A wait that only looks doesn't
+/// sleep. Made, done and destroyed on one thread.
 class PutOffWork {
 public:
     /// `needlessWith` is compared and never used; null for work that has to be done in any case. `work` may destroy
@@ -20,7 +21,7 @@ public:
     PutOffWork& operator=(const PutOffWork&) = delete;
 
     /// Does what the calling thread has put off, but for what is needless with an object that `isWaitedFor`. False if
-    /// there was nothing to do.
+    /// there was nothing to do. For the wait functions.
     static bool DoBeforeSleep(const std::function<bool(const HandleObject*)>& isWaitedFor);
 
 private:

@@ -45,10 +45,11 @@ public:
         return true;
     }
 
-    DWORD Run(WaitFor mode, const Deadline& deadline) {
+    /// `maySleep`: the deadline isn't now.
+    DWORD Run(WaitFor mode, const Deadline& deadline, bool maySleep) {
         for (;;) {
             if (const std::optional<DWORD> result = Take(mode)) return *result;
-            if (PutOffWork::DoBeforeSleep([this](const HandleObject* object) { return IsFor(object); })) continue;
+            if (maySleep && DoPutOff(mode)) continue;
             // Objects that are signalled already are left out of a wait for all, which would not sleep otherwise.
             switch (Poll(mode == WaitFor::All ? PendingOnly() : Descriptors(), deadline)) {
                 case PollEnd::Woken:
@@ -74,9 +75,12 @@ private:
         return {pending_.data(), pending};
     }
 
-    bool IsFor(const HandleObject* object) const {
-        return std::ranges::any_of(std::span(objects_.data(), count_),
-                                   [&](const auto& each) { return each.get() == object; });
+    /// False if there was nothing to do. One of the objects of a wait for all doesn't end it.
+    bool DoPutOff(WaitFor mode) const {
+        return PutOffWork::DoBeforeSleep([&](const HandleObject* object) {
+            return mode == WaitFor::Any && std::ranges::any_of(std::span(objects_.data(), count_),
+                                                               [&](const auto& each) { return each.get() == object; });
+        });
     }
 
     static DWORD Failed() {
@@ -150,7 +154,7 @@ DWORD WaitForMultipleObjectsEx(DWORD count, const HANDLE* objects, BOOL waitAll,
     for (const HANDLE& each : std::span(objects, count)) {
         if (!wait.Add(each)) return WAIT_FAILED;
     }
-    return wait.Run(waitAll ? Platform::WaitFor::All : Platform::WaitFor::Any, deadline);
+    return wait.Run(waitAll ? Platform::WaitFor::All : Platform::WaitFor::Any, deadline, milliseconds != 0);
 }
 
 void Sleep(DWORD milliseconds) noexcept {

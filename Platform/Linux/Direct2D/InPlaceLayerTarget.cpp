@@ -74,7 +74,7 @@ void InPlaceLayerTarget::LetGo() noexcept {
     try {
         device_->FinishPicture();
     } catch (...) {
-        // The picture lacks a part then; there is nobody to tell.
+        device_->DropPicture();  // it reads the layer; there is nobody to tell that it lacks a part
     }
 }
 

@@ -62,7 +62,7 @@ GraphicsDevice::GraphicsDevice() {
 
 GraphicsDevice::~GraphicsDevice() {
     vkDeviceWaitIdle(device_);
-    unfinished_ = {};
+    DropPicture();
     batches_.clear();  // lets go of what they kept
     pipelines_.reset();
     vkDestroyDevice(device_, nullptr);

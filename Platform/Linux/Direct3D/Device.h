@@ -69,8 +69,8 @@ public:
     void GiveUp(const Texture& buffer);
     /// Draws the picture that was put off. A step that fails is left out.
     void FinishPicture();
-    /// The same, but that a picture that was given up isn't drawn. What it referred to is let go.
-    void EndPicture();
+    /// Forgets it, drawn or not, and lets go of what it refers to.
+    void DropPicture() noexcept;
 
     /// Calls `record(VkCommandBuffer)` with the open batch's commands, outside any rendering pass.
     template <class Function>

@@ -2,6 +2,7 @@
 #include "Platform/Linux/Direct3D/Batch.h"
 #include "Platform/Linux/Direct3D/Device.h"
 
+#include <atomic>
 #include <cstdio>
 #include <utility>
 
@@ -13,15 +14,27 @@ namespace {
 // otherwise nothing would be left to give up.
 constexpr std::size_t stepsAhead = 2;
 
+/// What is recorded belongs to the picture, as long as this lives.
+class InStep {
+public:
+    explicit InStep(bool& isInStep) : isInStep_(isInStep) { isInStep_ = true; }
+    ~InStep() { isInStep_ = false; }
+    InStep(const InStep&) = delete;
+    InStep& operator=(const InStep&) = delete;
+
+private:
+    bool& isInStep_;
+};
+
 }  // namespace
 
 void GraphicsDevice::PutOff(UnfinishedPicture picture) {
     const auto lock = Lock();
     if (unfinished_.IsReplacedBy(picture)) {
-        EndPicture();
-    } else {
-        FinishPicture();
+        const InStep inStep(isInStep_);
+        unfinished_.Skip();
     }
+    FinishPicture();
     unfinished_ = std::move(picture);
 }
 
@@ -55,24 +68,20 @@ void GraphicsDevice::FinishPicture() {
     Proceed(nullptr);
 }
 
-void GraphicsDevice::EndPicture() {
+void GraphicsDevice::DropPicture() noexcept {
     const auto lock = Lock();
-    if (unfinished_.IsGivenUp()) {
-        isInStep_ = true;
-        unfinished_.Skip();
-        isInStep_ = false;
-    }
-    Proceed(nullptr);
-    unfinished_ = {};
+    // What its end sets off finds no picture any more.
+    const UnfinishedPicture dropped = std::exchange(unfinished_, {});
 }
 
 bool GraphicsDevice::Proceed(const std::function<bool()>& isUnwanted) {
     const auto lock = Lock();
-    if (isInStep_) return true;
+    if (isInStep_ || unfinished_.IsDone()) return true;
     while (!unfinished_.IsDone()) {
         if (isUnwanted && isUnwanted()) return false;
         Step();
     }
+    DropPicture();
     return true;
 }
 
@@ -80,11 +89,10 @@ void GraphicsDevice::Step() {
     const std::uint64_t before = batchNumber_;
     HandOverStep();
     if (batchNumber_ != before) batches_[(current_ + batches_.size() - stepsAhead) % batches_.size()]->Await();
-    if (unfinished_.IsDone()) unfinished_ = {};
 }
 
 void GraphicsDevice::HandOverStep() noexcept {
-    isInStep_ = true;
+    const InStep inStep(isInStep_);
     try {
         unfinished_.Proceed();
         Flush();
@@ -92,7 +100,6 @@ void GraphicsDevice::HandOverStep() noexcept {
         static std::atomic_flag written;
         if (!written.test_and_set()) std::fputs("Direct3D: a part of a picture failed and was left out.\n", stderr);
     }
-    isInStep_ = false;
 }
 
 }  // namespace Platform::Direct3D

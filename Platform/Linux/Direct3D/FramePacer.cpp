@@ -28,6 +28,11 @@ void FramePacer::FrameGivenUp() noexcept {
     if (rhythm_.FrameGivenUp(Clock::now())) Arm();
 }
 
+void FramePacer::GivenUpFrameShown() noexcept {
+    const auto lock = LockSignals();
+    if (rhythm_.GivenUpFrameShown(Clock::now())) Arm();
+}
+
 bool FramePacer::IsOutdated() const noexcept {
     const auto lock = LockSignals();
     return rhythm_.IsOutdated();

@@ -25,6 +25,8 @@ public:
     void FrameShown() noexcept;
     /// It was given up: signals at once.
     void FrameGivenUp() noexcept;
+    /// It was shown all the same.
+    void GivenUpFrameShown() noexcept;
     /// Whether the frame that is being drawn had better be given up, as FrameRhythm tells.
     bool IsOutdated() const noexcept;
     /// Input has come that the next two frames answer.

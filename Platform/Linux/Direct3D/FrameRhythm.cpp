@@ -38,6 +38,13 @@ bool FrameRhythm::FrameGivenUp(Moment now) noexcept {
     return true;
 }
 
+bool FrameRhythm::GivenUpFrameShown(Moment now) noexcept {
+    if (state_ == State::Taken) return false;
+    place_ = std::max(now, base_ + period_);
+    next_ = Earliest(now);
+    return true;
+}
+
 bool FrameRhythm::Hurry(Moment now) noexcept {
     hurried_ = answerFrames;
     if (toAnswer_ == 0) toAnswer_ = answerFrames;

@@ -32,8 +32,11 @@ public:
     /// The frame was given up, for the next one to come at once in its place. False if the next signal is pending
     /// already.
     bool FrameGivenUp(Moment now) noexcept;
-    /// Whether the frame that is being drawn shows nothing of input that has come, while a later one will.
-    bool IsOutdated() const noexcept { return toAnswer_ > 0 && !isAnswer_; }
+    /// It was shown all the same. True if the pending signal comes at another time now.
+    bool GivenUpFrameShown(Moment now) noexcept;
+    /// Whether the frame that is being drawn shows nothing of input that has come, while a later one will. Never of a
+    /// frame that didn't begin with a signal: nobody knows what comes after that.
+    bool IsOutdated() const noexcept { return state_ == State::Taken && toAnswer_ > 0 && !isAnswer_; }
     /// Input has come. True if the pending signal comes sooner now.
     bool Hurry(Moment now) noexcept;
     /// 1/60 s at first. What came early is forgiven, and nothing is in a hurry any more. True if the pending signal

@@ -61,7 +61,7 @@ ULONG ImmediateContext::AddRef() {
 ULONG ImmediateContext::Release() {
     const ULONG left = references_.fetch_sub(1, std::memory_order_acq_rel) - 1;
     if (left == 0) {
-        device_.EndPicture();
+        FinishAtLast();
         ClearState();
         Owner().Release();  // may end the device and this with it
     }
@@ -106,6 +106,15 @@ void ImmediateContext::ExecuteCommandList(ID3D11CommandList* list, BOOL restore)
         }
     }
     if (!restore) ClearState();
+}
+
+void ImmediateContext::FinishAtLast() noexcept {
+    try {
+        device_.FinishPicture();
+    } catch (...) {
+        // There is nobody to tell, and a picture that refers to the device would keep it.
+        device_.DropPicture();
+    }
 }
 
 bool ImmediateContext::PutOff(CommandList& list) noexcept try {

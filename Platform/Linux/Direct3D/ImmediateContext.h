@@ -34,6 +34,7 @@ public:
 private:
     void Take(Command command) override { Play(command); }
     void Play(const Command& command) noexcept;
+    void FinishAtLast() noexcept;
     /// Leaves a list that draws a picture to whoever needs the pixels. False if it isn't one, or can't be left.
     bool PutOff(CommandList& list) noexcept;
 

@@ -1,6 +1,7 @@
 #include "Platform/Linux/Direct3D/PictureOfList.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace Platform::Direct3D {
 
@@ -40,6 +41,15 @@ bool IsClearedBeforeUse(const std::vector<Command>& commands, const Texture2D* t
     return true;
 }
 
+/// A swap chain's buffer beside the one that is drawn on, or that one itself: which image it stands for changes with
+/// the next present.
+bool ReadsABuffer(const Command& command) {
+    const auto* const draw = std::get_if<DrawCommand>(&command);
+    return draw && std::ranges::any_of(draw->state->pixel.textures, [](const auto& each) {
+               return each && each->Target().Image() && each->Target().Image()->Pixels();
+           });
+}
+
 bool IsPicture(const std::vector<Command>& commands) {
     if (commands.empty() || !std::holds_alternative<DrawCommand>(commands.back())) return false;
     const Texture2D* const buffer = DrawnOn(commands.back());
@@ -48,7 +58,8 @@ bool IsPicture(const std::vector<Command>& commands) {
         if (std::holds_alternative<WriteCommand>(each)) return true;
         if (!std::holds_alternative<DrawCommand>(each) && !std::holds_alternative<ClearCommand>(each)) return false;
         const Texture2D* const target = DrawnOn(each);
-        return target && target->Image() && (target == buffer || IsClearedBeforeUse(commands, target));
+        if (!target || !target->Image() || ReadsABuffer(each)) return false;
+        return target == buffer || (!target->Image()->Pixels() && IsClearedBeforeUse(commands, target));
     });
 }
 
@@ -68,14 +79,18 @@ std::optional<UnfinishedPicture> PictureOf(CommandList& list, Player& player) {
             drawings.push_back({std::holds_alternative<ClearCommand>(each), target});
     }
     UnfinishedPicture picture(DrawnOn(commands.back())->Image(), std::move(drawings));
-    // A buffer's texture stands for another image by the time of the last step, so each step has its image.
+    // A buffer's texture stands for another image by the time of the last step, so each step has its image. A clear is
+    // too little for a step and goes with the next drawing: whatever lies between the two only writes into buffers.
     const ComPtr<CommandList> kept(&list);
+    UnfinishedPicture::Function clears = [] {};
     for (const Command& each : commands) {
         if (const auto* const write = std::get_if<WriteCommand>(&each)) {
             picture.AddOther([kept, write] { write->target->Write(write->bytes); });
         } else if (const auto* const clear = std::get_if<ClearCommand>(&each)) {
-            picture.AddDrawing(
-                [kept, clear, &player, image = DrawnOn(each)->Image()] { player.Clear(image, clear->color.data()); });
+            clears = [before = std::move(clears), kept, clear, &player, image = DrawnOn(each)->Image()] {
+                before();
+                player.Clear(image, clear->color.data());
+            };
         } else {
             const auto* const draw = std::get_if<DrawCommand>(&each);
             const std::shared_ptr<Texture>& image = DrawnOn(each)->Image();
@@ -83,7 +98,8 @@ std::optional<UnfinishedPicture> PictureOf(CommandList& list, Player& player) {
             const UINT rows = RowsOfStep(size);
             for (UINT top = 0; top < size.height; top += rows) {
                 const PixelRect area{0, top, size.width, std::min(rows, size.height - top)};
-                picture.AddDrawing([kept, draw, &player, image, area] {
+                picture.AddDrawing([before = std::exchange(clears, [] {}), kept, draw, &player, image, area] {
+                    before();
                     player.Draw(*draw->state, draw->vertexCount, draw->firstVertex, image, area);
                 });
             }

@@ -30,7 +30,8 @@ struct IPresentable : public IUnknown {
     /// A commit has taken what was presented: the next frame may start one period after the last one did.
     virtual void Shown() = 0;
 
-    /// Whether input has come that what was presented shows nothing of, while a later picture will.
+    /// Whether input has come that what was presented shows nothing of, while a later picture will, as it is when the
+    /// frames go on.
     virtual bool IsOutdated() = 0;
     /// A commit has left what was presented aside, though it may still be shown: the next frame may start at once.
     virtual void GivenUp() = 0;

@@ -47,7 +47,7 @@ void SwapChain::MakeBuffers(const DXGI_SWAP_CHAIN_DESC1& desc) {
     texture.BindFlags = D3D11_BIND_RENDER_TARGET;
     if (desc.BufferUsage & DXGI_USAGE_SHADER_INPUT) texture.BindFlags |= D3D11_BIND_SHADER_RESOURCE;
     backBuffer_ = MakeObject<Texture2D>(*owner_.Get(), texture, first);
-    backBuffer_->SetPacer(pacer_);
+    if (desc.Flags & DXGI_SWAP_CHAIN_FLAG_FRAME_LATENCY_WAITABLE_OBJECT) backBuffer_->SetPacer(pacer_);
     back_ = std::move(first);
     other_ = std::move(second);
     desc_ = desc;
@@ -124,7 +124,9 @@ HRESULT SwapChain::Present1(UINT syncInterval, UINT flags, const DXGI_PRESENT_PA
     std::swap(back_, other_);
     presented_ = other_;
     backBuffer_->SetImage(back_);
+    presented_->SetIncomplete(false);
     hasNewPicture_ = true;
+    isGivenUp_ = false;
     return S_OK;
 } catch (...) {
     return CurrentFailure();
@@ -168,12 +170,17 @@ bool SwapChain::HasNewPicture() {
 
 void SwapChain::Shown() {
     const auto lock = Graphics()->Lock();
-    if (std::exchange(hasNewPicture_, false)) pacer_->FrameShown();
+    if (!std::exchange(hasNewPicture_, false)) return;
+    if (std::exchange(isGivenUp_, false)) {
+        pacer_->GivenUpFrameShown();
+    } else {
+        pacer_->FrameShown();
+    }
 }
 
 void SwapChain::GivenUp() {
     const auto lock = Graphics()->Lock();
-    if (!hasNewPicture_) return;
+    if (!hasNewPicture_ || std::exchange(isGivenUp_, true)) return;
     Graphics()->GiveUp(*presented_);
     pacer_->FrameGivenUp();
 }

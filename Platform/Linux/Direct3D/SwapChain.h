@@ -41,7 +41,7 @@ public:
     DXGI_ALPHA_MODE AlphaMode() override { return desc_.AlphaMode; }
     bool HasNewPicture() override;
     void Shown() override;
-    bool IsOutdated() override { return pacer_->IsOutdated(); }
+    bool IsOutdated() override { return backBuffer_->IsOutdated(); }
     void GivenUp() override;
     const HandleObject* Waitable() override { return pacer_.get(); }
     void SetPeriod(std::chrono::nanoseconds period) override { pacer_->SetPeriod(period); }
@@ -63,6 +63,7 @@ private:
     ComPtr<Texture2D> backBuffer_;    ///< Stands for `back_`.
     std::shared_ptr<Texture> presented_;
     bool hasNewPicture_ = false;
+    bool isGivenUp_ = false;  ///< What is new.
     UINT latency_ = 1;
 };
 

@@ -75,6 +75,10 @@ public:
     /// All commands so far are done.
     void Settle() noexcept { settled_ = true; }
 
+    /// Whether what was presented here was left out for a later picture's sake. With the device locked.
+    bool IsIncomplete() const noexcept { return isIncomplete_; }
+    void SetIncomplete(bool isIncomplete) noexcept { isIncomplete_ = isIncomplete; }
+
 private:
     Texture(GraphicsDevice& device, VkExtent2D size, DXGI_FORMAT format);
     void Allocate(VkImageUsageFlags usage, VkImageTiling tiling);
@@ -91,6 +95,7 @@ private:
     std::size_t stride_ = 0;
     ImageUse last_{VK_IMAGE_LAYOUT_UNDEFINED, VK_PIPELINE_STAGE_2_NONE, VK_ACCESS_2_NONE};  // guarded by the device
     bool settled_ = false;                                                                  // guarded by the device
+    bool isIncomplete_ = false;                                                             // guarded by the device
 };
 
 /// A rectangle in pixels of a texture; it must lie within it.

@@ -1,15 +1,13 @@
 #include "Platform/Linux/Direct3D/UnfinishedPicture.h"
 
-#include <utility>
-
 namespace Platform::Direct3D {
 
 void UnfinishedPicture::Proceed() {
-    // A step is over even if it failed.
-    Step& step = steps_[next_++];
+    // A step is over even if it fails.
+    const Step step = std::move(steps_.front());
+    steps_.pop_front();
     if (step.isDrawing) ++drawnSteps_;
-    const Function function = std::move(step.function);
-    function();
+    step.function();
 }
 
 bool UnfinishedPicture::IsReplacedBy(const UnfinishedPicture& next) const {
@@ -17,9 +15,10 @@ bool UnfinishedPicture::IsReplacedBy(const UnfinishedPicture& next) const {
 }
 
 void UnfinishedPicture::Skip() {
-    while (!IsDone()) {
-        if (steps_[next_].isDrawing) {
-            ++next_;
+    while (!steps_.empty()) {
+        if (steps_.front().isDrawing) {
+            buffer_->SetIncomplete(true);
+            steps_.pop_front();
         } else {
             Proceed();
         }

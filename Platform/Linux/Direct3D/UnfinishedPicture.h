@@ -4,8 +4,10 @@
 #include "Platform/Linux/Direct3D/Texture.h"
 
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
 
 namespace Platform::Direct3D {
@@ -21,7 +23,8 @@ public:
     using Function = std::function<void()>;
 
     /// What a list of commands draws on, in order: on nothing else, and on nothing that it hasn't cleared before, but
-    /// for the buffer. Two lists with equal ones leave the same behind whether the first was drawn or not.
+    /// for the buffer. Of two lists with equal ones the second leaves the same behind, beside the buffers, whether the
+    /// first was drawn or not.
     struct Drawing {
         bool isClear;
         const void* target;
@@ -37,8 +40,8 @@ public:
     void AddOther(Function function) { steps_.push_back({std::move(function), false}); }
 
     bool IsOf(const Texture& buffer) const noexcept { return buffer_.get() == &buffer; }
-    bool IsDone() const noexcept { return StepsLeft() == 0; }
-    std::size_t StepsLeft() const noexcept { return steps_.size() - next_; }
+    bool IsDone() const noexcept { return steps_.empty(); }
+    std::size_t StepsLeft() const noexcept { return steps_.size(); }
     /// Does the next step.
     void Proceed();
 
@@ -46,10 +49,10 @@ public:
     std::size_t DrawnSteps() const noexcept { return drawnSteps_; }
 
     void GiveUp() noexcept { isGivenUp_ = true; }
-    bool IsGivenUp() const noexcept { return isGivenUp_; }
-    /// Whether this one need not be drawn when `next` is: that is for another buffer of the same swap chain.
+    /// Whether this one was given up and need not be drawn when `next` is, whose drawings are the same but that they
+    /// end on another buffer.
     bool IsReplacedBy(const UnfinishedPicture& next) const;
-    /// Does what is left but the drawing.
+    /// Does what is left but the drawing. The buffer is incomplete then.
     void Skip();
 
 private:
@@ -60,8 +63,7 @@ private:
 
     std::shared_ptr<Texture> buffer_;
     std::vector<Drawing> drawings_;
-    std::vector<Step> steps_;
-    std::size_t next_ = 0;  ///< Index into `steps_`.
+    std::deque<Step> steps_;  ///< What is left.
     std::size_t drawnSteps_ = 0;
     bool isGivenUp_ = false;
 };

@@ -14,7 +14,7 @@ class CompositionTarget;
 /// Makes presenters; the tests' seam. Returns null for a window that doesn't exist.
 using PresenterMaker = std::unique_ptr<Presenter> (*)(HWND);
 
-/// Targets commit together. Used on one thread at a time.
+/// Targets commit together. Used on one thread, on which its targets end too.
 class CompositionDevice final : public ComObject<IDCompositionDesktopDevice, IDCompositionDevice2> {
 public:
     explicit CompositionDevice(PresenterMaker maker = &MakePresenter);

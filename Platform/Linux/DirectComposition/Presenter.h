@@ -8,7 +8,7 @@
 
 namespace Platform::DirectComposition {
 
-/// Shows pictures in one window. Used on the thread that commits.
+/// Shows pictures in one window. Used, and ended, on the thread that commits.
 class Presenter {
 public:
     Presenter() = default;

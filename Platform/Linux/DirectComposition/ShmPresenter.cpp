@@ -44,6 +44,15 @@ bool HasPicture(const std::vector<Layer>& layers) {
     });
 }
 
+bool HasIncomplete(const std::vector<Layer>& layers) {
+    return std::ranges::any_of(layers, [](const Layer& layer) {
+        const ComPtr<Direct3D::IPresentable> content = PresentableOf(layer.content);
+        if (!content || !content->Presented()) return false;
+        const auto lock = content->Graphics()->Lock();
+        return content->Presented()->IsIncomplete();
+    });
+}
+
 }  // namespace
 
 ShmPresenter::ShmPresenter(HWND window, NativeWindowView view)
@@ -75,6 +84,8 @@ HRESULT ShmPresenter::Show(const std::vector<Layer>& layers, Outdated outdated) 
         const SIZE size = PictureSize(layers, window);
         if (WouldLieWithinFormer(size, window)) {
             // The picture of the window's own size is on its way.
+        } else if (HasIncomplete(layers)) {
+            return S_OK;  // the picture in whose place it was left out is on its way
         } else if (outdated == Outdated::GiveUp && IsSame(size, former_) && IsSame(size, window) &&
                    GiveUpIfOutdated(layers)) {
             return S_OK;

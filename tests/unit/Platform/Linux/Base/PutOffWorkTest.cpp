@@ -23,7 +23,7 @@ protected:
 };
 
 TEST_F(PutOffWorkTest, IsDoneOnceBeforeTheThreadSleeps) {
-    const PutOffWork work(nullptr, [this] { ++done_; });
+    PutOffWork work(nullptr, [this] { ++done_; });
     EXPECT_EQ(done_, 0);
     EXPECT_EQ(Sleep(), WAIT_TIMEOUT);
     EXPECT_EQ(done_, 1);
@@ -32,14 +32,30 @@ TEST_F(PutOffWorkTest, IsDoneOnceBeforeTheThreadSleeps) {
 }
 
 TEST_F(PutOffWorkTest, StaysPutOffByAWaitThatNeedNotSleep) {
-    const PutOffWork work(nullptr, [this] { ++done_; });
+    PutOffWork work(nullptr, [this] { ++done_; });
     SetEvent(event_);
     EXPECT_EQ(Sleep(), WAIT_OBJECT_0);
     EXPECT_EQ(done_, 0);
 }
 
+TEST_F(PutOffWorkTest, StaysPutOffByAWaitThatOnlyLooks) {
+    PutOffWork work(nullptr, [this] { ++done_; });
+    EXPECT_EQ(WaitForSingleObject(event_, 0), WAIT_TIMEOUT);
+    EXPECT_EQ(done_, 0);
+}
+
+TEST_F(PutOffWorkTest, IsDoneByAWaitForAllOfWhichItsObjectIsOne) {
+    PutOffWork work(Object(), [this] { ++done_; });
+    SetEvent(event_);
+    const HANDLE other = CreateEventW(nullptr, FALSE, FALSE, nullptr);
+    const HANDLE both[] = {other, event_};
+    EXPECT_EQ(WaitForMultipleObjects(2, both, TRUE, 1), WAIT_TIMEOUT);
+    EXPECT_EQ(done_, 1);
+    CloseHandle(other);
+}
+
 TEST_F(PutOffWorkTest, StaysPutOffWhileItsObjectIsWaitedFor) {
-    const PutOffWork work(Object(), [this] { ++done_; });
+    PutOffWork work(Object(), [this] { ++done_; });
     Sleep();
     EXPECT_EQ(done_, 0);
     const HANDLE other = CreateEventW(nullptr, FALSE, FALSE, nullptr);
@@ -52,19 +68,19 @@ TEST_F(PutOffWorkTest, StaysPutOffWhileItsObjectIsWaitedFor) {
 }
 
 TEST_F(PutOffWorkTest, ThatSignalsWhatIsWaitedForEndsTheWait) {
-    const PutOffWork work(nullptr, [this] { SetEvent(event_); });
+    PutOffWork work(nullptr, [this] { SetEvent(event_); });
     EXPECT_EQ(WaitForSingleObject(event_, INFINITE), WAIT_OBJECT_0);
 }
 
 TEST_F(PutOffWorkTest, OfAnotherThreadIsNoneOfThisOnes) {
-    const PutOffWork work(nullptr, [this] { ++done_; });
+    PutOffWork work(nullptr, [this] { ++done_; });
     std::thread([this] { Sleep(); }).join();
     EXPECT_EQ(done_, 0);
 }
 
 TEST_F(PutOffWorkTest, IsForgottenWithItsObject) {
     {
-        const PutOffWork work(nullptr, [this] { ++done_; });
+        PutOffWork work(nullptr, [this] { ++done_; });
     }
     Sleep();
     EXPECT_EQ(done_, 0);
@@ -81,11 +97,11 @@ TEST_F(PutOffWorkTest, MayDestroyItself) {
 }
 
 TEST_F(PutOffWorkTest, MaySleepItself) {
-    const PutOffWork outer(nullptr, [this] {
+    PutOffWork outer(nullptr, [this] {
         ++done_;
         Sleep();
     });
-    const PutOffWork inner(nullptr, [this] { done_ += 10; });
+    PutOffWork inner(nullptr, [this] { done_ += 10; });
     Sleep();
     EXPECT_EQ(done_, 11);
 }

@@ -210,6 +210,20 @@ TEST_F(FrameRhythmTest, FramesGivenUpUnderInputWithoutEndCostTheDisplayNone) {
     EXPECT_GE(shown, periods - 2);
 }
 
+TEST_F(FrameRhythmTest, AGivenUpFrameThatIsShownAllTheSameTakesItsPlace) {
+    rhythm.FrameGivenUp(start + 10ms);
+    EXPECT_TRUE(rhythm.GivenUpFrameShown(start + 30ms));
+    EXPECT_EQ(rhythm.Next(), start + period);
+    rhythm.Taken(start + period);
+    EXPECT_FALSE(rhythm.GivenUpFrameShown(start + period)) << "the next one has begun";
+}
+
+TEST_F(FrameRhythmTest, AFrameThatDidNotBeginWithASignalIsNeverOutdated) {
+    rhythm.FrameShown(start + 10ms);
+    rhythm.Hurry(start + 20ms);
+    EXPECT_FALSE(rhythm.IsOutdated());
+}
+
 TEST_F(FrameRhythmTest, AWindowThatGoesOutOfSightHasNoAnswerToGive) {
     rhythm.Hurry(start);
     rhythm.SetPeriod(3s, start);

@@ -188,6 +188,17 @@ TEST_F(SwapChainTest, APictureThatIsGivenUpReleasesTheWaitableAndIsStillNews) {
     EXPECT_TRUE(CloseHandle(waitable));
 }
 
+TEST_F(SwapChainTest, AGivenUpPictureThatIsShownAllTheSameCountsAsAFrame) {
+    presentable->SetPeriod(std::chrono::hours(1));
+    const HANDLE waitable = swapChain->GetFrameLatencyWaitableObject();
+    ASSERT_EQ(WaitForSingleObject(waitable, 0), WAIT_OBJECT_0);
+    Present();
+    presentable->GivenUp();
+    presentable->Shown();
+    EXPECT_EQ(WaitForSingleObject(waitable, 20), WAIT_TIMEOUT) << "The next one comes a period later.";
+    EXPECT_TRUE(CloseHandle(waitable));
+}
+
 TEST_F(SwapChainTest, WithoutItsFlagThereIsNoWaitable) {
     DXGI_SWAP_CHAIN_DESC1 desc = GoodDescription();
     desc.Flags = 0;

@@ -63,8 +63,8 @@ protected:
             Mark(BackImage());
             Present();
         }
-        // Input makes the frames outdated that are drawn from now on.
-        presentable->Hurry();
+        waitable = swapChain->GetFrameLatencyWaitableObject();
+        BeginOutdatedFrame();
     }
 
     void TearDown() override {
@@ -75,7 +75,15 @@ protected:
         presentable.Reset();
         swapChain.Reset();
         graphics.reset();
+        if (waitable) CloseHandle(waitable);
         DeviceFixture::TearDown();
+    }
+
+    /// Input outdates the frame that is being drawn.
+    void BeginOutdatedFrame() {
+        ASSERT_EQ(WaitForSingleObject(waitable, 5000), WAIT_OBJECT_0);
+        presentable->Hurry();
+        ASSERT_TRUE(presentable->IsOutdated());
     }
 
     ComPtr<ID3D11CommandList> Finish() {
@@ -145,6 +153,7 @@ protected:
     ComPtr<ID3D11RenderTargetView> target;
     ComPtr<ID3D11Buffer> constants;
     ComPtr<ID3D11DeviceContext> deferred;
+    HANDLE waitable = nullptr;
 };
 
 TEST_F(UnfinishedPictureTest, AListThatDrawsOnABufferIsPlayedWhenItsPixelsAreNeeded) {
@@ -158,11 +167,10 @@ TEST_F(UnfinishedPictureTest, AListThatDrawsOnABufferIsPlayedWhenItsPixelsAreNee
 }
 
 TEST_F(UnfinishedPictureTest, APictureThatIsNotOutdatedIsBegunWithoutWaitingForAnybody) {
-    const HANDLE waitable = swapChain->GetFrameLatencyWaitableObject();
     for (int frame = 0; frame < 2; ++frame) {
-        ASSERT_EQ(WaitForSingleObject(waitable, 5000), WAIT_OBJECT_0);
         Present();
         presentable->Shown();
+        ASSERT_EQ(WaitForSingleObject(waitable, 5000), WAIT_OBJECT_0);
     }
     ASSERT_FALSE(presentable->IsOutdated());
     const auto image = BackImage();
@@ -175,7 +183,6 @@ TEST_F(UnfinishedPictureTest, APictureThatIsNotOutdatedIsBegunWithoutWaitingForA
     EXPECT_NE(*Row(*image, height - 1), red);
     graphics->AwaitPixels(image);
     EXPECT_TRUE(IsAll(*image, red));
-    EXPECT_TRUE(CloseHandle(waitable));
 }
 
 TEST_F(UnfinishedPictureTest, TheStepsTogetherDrawWhatOneDrawingDoes) {
@@ -234,6 +241,33 @@ TEST_F(UnfinishedPictureTest, ThePictureAfterOneThatWasGivenUpTakesItsPlace) {
     EXPECT_TRUE(IsAll(*second, green));
     graphics->Finish();
     EXPECT_TRUE(IsAll(*first, nobodys)) << "never drawn";
+}
+
+TEST_F(UnfinishedPictureTest, APictureThatWasBegunIsReplacedWhileTheDeviceStillWorksOnIt) {
+    for (int i = 0; i < 20; ++i) {
+        Execute(Fill(red));
+        graphics->BeginPicture();
+        Present();
+        presentable->GivenUp();
+        Execute(Fill(green));
+        const auto image = BackImage();
+        Present();
+        ASSERT_TRUE(graphics->AwaitPixels(image));
+        ASSERT_TRUE(IsAll(*image, green));
+    }
+}
+
+TEST_F(UnfinishedPictureTest, ABufferWhosePictureWasLeftOutIsIncompleteUntilTheNextPresent) {
+    const auto first = GiveUpAFill(red);
+    EXPECT_FALSE(first->IsIncomplete());
+    Execute(Fill(green));
+    EXPECT_TRUE(first->IsIncomplete());
+    Present();
+    EXPECT_FALSE(presentable->Presented()->IsIncomplete());
+    Execute(Fill(red));
+    Present();
+    EXPECT_EQ(presentable->Presented(), first);
+    EXPECT_FALSE(first->IsIncomplete());
 }
 
 TEST_F(UnfinishedPictureTest, APictureThatNobodyGaveUpIsDrawnBeforeTheNext) {
@@ -328,6 +362,25 @@ TEST_F(UnfinishedPictureTest, AListThatReadsWhatItClearsLaterIsPlayedAtOnce) {
     EXPECT_FALSE(IsPutOff(BackImage()));
 }
 
+TEST_F(UnfinishedPictureTest, AListThatDrawsOnAnotherSwapChainsBufferTooIsPlayedAtOnce) {
+    DXGI_SWAP_CHAIN_DESC1 desc{};
+    ASSERT_EQ(swapChain->GetDesc1(&desc), S_OK);
+    ComPtr<IDXGIFactory7> factory;
+    ASSERT_EQ(CreateDXGIFactory2(0, IID_PPV_ARGS(&factory)), S_OK);
+    ComPtr<IDXGISwapChain1> other;
+    ASSERT_EQ(factory->CreateSwapChainForComposition(device.Get(), &desc, nullptr, &other), S_OK);
+    ComPtr<ID3D11Texture2D> otherBuffer;
+    ASSERT_EQ(other->GetBuffer(0, IID_PPV_ARGS(&otherBuffer)), S_OK);
+    const auto otherTarget = MakeTarget(otherBuffer.Get());
+    constexpr float black[4] = {0, 0, 0, 1};
+    deferred->ClearRenderTargetView(otherTarget.Get(), black);
+    WriteColor(deferred.Get(), constants.Get(), ColorOf(red));
+    RecordFill(otherTarget.Get());
+    RecordFill(target.Get());
+    Execute(Finish());
+    EXPECT_FALSE(IsPutOff(BackImage()));
+}
+
 TEST_F(UnfinishedPictureTest, AListThatComputesOrDrawsOnATextureOnlyIsPlayedAtOnce) {
     const auto texture = MakeTexture(width, height, D3D11_BIND_RENDER_TARGET);
     WriteColor(deferred.Get(), constants.Get(), ColorOf(red));
@@ -365,6 +418,16 @@ TEST_F(UnfinishedPictureTest, WhatIsLaidOverThePictureComesBehindItsDrawing) {
     EXPECT_FALSE(graphics->AddToPicture(BackImage(), [] {})) << "It is another buffer's.";
     graphics->AwaitPixels(image);
     EXPECT_EQ(*Row(*image, 7), green);
+}
+
+TEST_F(UnfinishedPictureTest, AStepThatFailsLeavesTheOthers) {
+    const auto image = BackImage();
+    Platform::Direct3D::UnfinishedPicture picture(image, {});
+    picture.AddDrawing([] { throw std::bad_alloc(); });
+    picture.AddDrawing([&] { *Row(*image, 0) = green; });
+    graphics->PutOff(std::move(picture));
+    EXPECT_TRUE(graphics->AwaitPixels(image));
+    EXPECT_EQ(*Row(*image, 0), green);
 }
 
 TEST_F(UnfinishedPictureTest, ThatIsNeverDrawnKeepsNothingAlive) {
