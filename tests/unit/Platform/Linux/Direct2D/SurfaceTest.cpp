@@ -3,6 +3,7 @@
 #include "Platform/Linux/Direct3D/Device.h"
 #include "Platform/Linux/Direct3D/Instance.h"
 #include "Platform/Linux/Direct3D/SurfaceAccess.h"
+#include "tests/support/SwapChainDescription.h"
 
 #include <d2d1_3.h>
 #include <d3d11_4.h>
@@ -33,16 +34,7 @@ protected:
         ComPtr<IDXGIDevice3> dxgiDevice;
         ASSERT_EQ(device_.As(&dxgiDevice), S_OK);
         ASSERT_EQ(CreateDXGIFactory2(0, IID_PPV_ARGS(&dxgiFactory_)), S_OK);
-        DXGI_SWAP_CHAIN_DESC1 desc{};
-        desc.Width = width;
-        desc.Height = height;
-        desc.Format = DXGI_FORMAT_B8G8R8A8_UNORM;
-        desc.SampleDesc.Count = 1;
-        desc.BufferUsage = DXGI_USAGE_RENDER_TARGET_OUTPUT;
-        desc.BufferCount = 2;
-        desc.SwapEffect = DXGI_SWAP_EFFECT_FLIP_SEQUENTIAL;
-        desc.AlphaMode = DXGI_ALPHA_MODE_PREMULTIPLIED;
-        desc.Flags = waitable;
+        const DXGI_SWAP_CHAIN_DESC1 desc = SwapChainDescription(width, height);
         ASSERT_EQ(dxgiFactory_->CreateSwapChainForComposition(device_.Get(), &desc, nullptr, &swapChain_), S_OK);
         D2D1_FACTORY_OPTIONS options{};
         ASSERT_EQ(D2D1CreateFactory(D2D1_FACTORY_TYPE_MULTI_THREADED, options, factory_.GetAddressOf()), S_OK);

@@ -2,6 +2,7 @@
 
 #include "Platform/Linux/Direct3D/Presentable.h"
 #include "Platform/Linux/Direct3D/SurfaceAccess.h"
+#include "tests/support/SwapChainDescription.h"
 
 #include <dxgi1_6.h>
 
@@ -14,17 +15,7 @@ constexpr UINT waitableFlag = DXGI_SWAP_CHAIN_FLAG_FRAME_LATENCY_WAITABLE_OBJECT
 constexpr DXGI_PRESENT_PARAMETERS plain{};
 
 DXGI_SWAP_CHAIN_DESC1 GoodDescription() {
-    DXGI_SWAP_CHAIN_DESC1 desc{};
-    desc.Width = 6;
-    desc.Height = 4;
-    desc.Format = DXGI_FORMAT_B8G8R8A8_UNORM;
-    desc.SampleDesc.Count = 1;
-    desc.BufferUsage = DXGI_USAGE_RENDER_TARGET_OUTPUT;
-    desc.BufferCount = 2;
-    desc.SwapEffect = DXGI_SWAP_EFFECT_FLIP_SEQUENTIAL;
-    desc.AlphaMode = DXGI_ALPHA_MODE_PREMULTIPLIED;
-    desc.Flags = waitableFlag;
-    return desc;
+    return SwapChainDescription(6, 4);
 }
 
 class SwapChainTest : public DeviceFixture {

@@ -4,6 +4,7 @@
 
 #include "Platform/Linux/Direct3D/Presentable.h"
 #include "Platform/Linux/Direct3D/SurfaceAccess.h"
+#include "tests/support/SwapChainDescription.h"
 
 #include <dxgi1_6.h>
 
@@ -21,7 +22,6 @@ using Platform::Direct3D::TextureOf;
 // Each drawing takes four steps.
 constexpr UINT width = 640;
 constexpr UINT height = 1200;
-constexpr UINT isWaitable = DXGI_SWAP_CHAIN_FLAG_FRAME_LATENCY_WAITABLE_OBJECT;
 
 constexpr std::uint32_t nobodys = 0x12345678;
 constexpr std::uint32_t red = 0xFFFF0000;
@@ -41,16 +41,7 @@ protected:
         if (!graphics->IsSoftware()) GTEST_SKIP() << "On hardware no picture is put off.";
         ComPtr<IDXGIFactory7> factory;
         ASSERT_EQ(CreateDXGIFactory2(0, IID_PPV_ARGS(&factory)), S_OK);
-        DXGI_SWAP_CHAIN_DESC1 desc{};
-        desc.Width = width;
-        desc.Height = height;
-        desc.Format = DXGI_FORMAT_B8G8R8A8_UNORM;
-        desc.SampleDesc.Count = 1;
-        desc.BufferUsage = DXGI_USAGE_RENDER_TARGET_OUTPUT;
-        desc.BufferCount = 2;
-        desc.SwapEffect = DXGI_SWAP_EFFECT_FLIP_SEQUENTIAL;
-        desc.AlphaMode = DXGI_ALPHA_MODE_IGNORE;
-        desc.Flags = isWaitable;
+        const DXGI_SWAP_CHAIN_DESC1 desc = SwapChainDescription(width, height, DXGI_ALPHA_MODE_IGNORE);
         ComPtr<IDXGISwapChain1> made;
         ASSERT_EQ(factory->CreateSwapChainForComposition(device.Get(), &desc, nullptr, &made), S_OK);
         ASSERT_EQ(made.As(&swapChain), S_OK);
@@ -401,7 +392,9 @@ TEST_F(UnfinishedPictureTest, ASwapChainIsResizedAfterItsPictureIsDrawn) {
     Present();
     target.Reset();
     buffer.Reset();
-    ASSERT_EQ(swapChain->ResizeBuffers(0, 9, 5, DXGI_FORMAT_UNKNOWN, isWaitable), S_OK);
+    ASSERT_EQ(
+        swapChain->ResizeBuffers(0, 9, 5, DXGI_FORMAT_UNKNOWN, DXGI_SWAP_CHAIN_FLAG_FRAME_LATENCY_WAITABLE_OBJECT),
+        S_OK);
     graphics->Finish();
     EXPECT_TRUE(IsAll(*image, red));
 }

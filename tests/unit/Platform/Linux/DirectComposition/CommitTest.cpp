@@ -4,6 +4,7 @@
 #include "PresenterFixture.h"
 
 #include "Platform/Linux/Direct3D/SurfaceAccess.h"
+#include "tests/support/SwapChainDescription.h"
 
 #include <d3d11_4.h>
 #include <dxgi1_6.h>
@@ -63,16 +64,7 @@ protected:
     };
 
     SwapChainLayer MakeLayer(IDCompositionVisual2* root, UINT width, DXGI_ALPHA_MODE alphaMode) {
-        DXGI_SWAP_CHAIN_DESC1 desc{};
-        desc.Width = width;
-        desc.Height = windowHeight;
-        desc.Format = DXGI_FORMAT_B8G8R8A8_UNORM;
-        desc.SampleDesc.Count = 1;
-        desc.BufferUsage = DXGI_USAGE_RENDER_TARGET_OUTPUT;
-        desc.BufferCount = 2;
-        desc.SwapEffect = DXGI_SWAP_EFFECT_FLIP_SEQUENTIAL;
-        desc.AlphaMode = alphaMode;
-        desc.Flags = DXGI_SWAP_CHAIN_FLAG_FRAME_LATENCY_WAITABLE_OBJECT;
+        const DXGI_SWAP_CHAIN_DESC1 desc = SwapChainDescription(width, windowHeight, alphaMode);
         SwapChainLayer layer;
         ComPtr<IDXGISwapChain1> chain;
         EXPECT_EQ(factory_->CreateSwapChainForComposition(device_.Get(), &desc, nullptr, &chain), S_OK);
@@ -231,7 +223,16 @@ protected:
     /// Input that has come to the window when this returns.
     void MoveTheHand() {
         display_.MovePointer(200, 200);
+        display_.MovePointer(210, 205);  // it may have been there
         ASSERT_TRUE(PumpUntil([&] { return content_->IsOutdated(); }));
+    }
+
+    /// A picture during which input comes.
+    void GiveUp(std::uint32_t pixel) {
+        MoveTheHand();
+        Draw(pixel);
+        EXPECT_EQ(composition_->Commit(), S_OK);
+        EXPECT_EQ(Right(), redPixel);
     }
 
     void Sleep() {
@@ -249,10 +250,7 @@ constexpr std::uint32_t greenPixel = 0x0000FF00;
 constexpr std::uint32_t whitePixel = 0x00FFFFFF;
 
 TEST_F(AnswerTest, TwoPicturesAreGivenUpForAnInputAndItsAnswerIsShownWhateverComesMeanwhile) {
-    MoveTheHand();
-    Draw(bluePixel);
-    EXPECT_EQ(composition_->Commit(), S_OK);
-    EXPECT_EQ(Right(), redPixel);
+    GiveUp(bluePixel);
     BeginFrame();  // the turn that handles the input
     Draw(whitePixel);
     EXPECT_EQ(composition_->Commit(), S_OK);
@@ -266,18 +264,13 @@ TEST_F(AnswerTest, TwoPicturesAreGivenUpForAnInputAndItsAnswerIsShownWhateverCom
 }
 
 TEST_F(AnswerTest, WithoutANextFrameThePictureIsShownWhenTheThreadSleeps) {
-    MoveTheHand();
-    Draw(bluePixel);
-    EXPECT_EQ(composition_->Commit(), S_OK);
-    EXPECT_EQ(Right(), redPixel);
+    GiveUp(bluePixel);
     Sleep();
     EXPECT_EQ(Right(), bluePixel);
 }
 
 TEST_F(AnswerTest, ALookAtAnotherObjectDoesNotDrawThePicture) {
-    MoveTheHand();
-    Draw(bluePixel);
-    EXPECT_EQ(composition_->Commit(), S_OK);
+    GiveUp(bluePixel);
     BeginFrame();
     const HANDLE game = CreateEventW(nullptr, FALSE, FALSE, nullptr);
     EXPECT_EQ(WaitForSingleObject(game, 0), WAIT_TIMEOUT);
@@ -286,9 +279,7 @@ TEST_F(AnswerTest, ALookAtAnotherObjectDoesNotDrawThePicture) {
 }
 
 TEST_F(AnswerTest, APictureWhosePlaceIsTakenIsNotShownBeforeTheOneThatTookIt) {
-    MoveTheHand();
-    Draw(bluePixel);
-    EXPECT_EQ(composition_->Commit(), S_OK);
+    GiveUp(bluePixel);
     BeginFrame();
     PutOff(greenPixel);
     Sleep();
@@ -301,18 +292,14 @@ TEST_F(AnswerTest, APictureWhosePlaceIsTakenIsNotShownBeforeTheOneThatTookIt) {
 }
 
 TEST_F(AnswerTest, TheDevicesContextMayGoBeforeAGivenUpPictureIsShown) {
-    MoveTheHand();
-    Draw(bluePixel);
-    EXPECT_EQ(composition_->Commit(), S_OK);
+    GiveUp(bluePixel);
     context_.Reset();
     Sleep();
     EXPECT_EQ(Right(), bluePixel);
 }
 
 TEST_F(AnswerTest, AWindowMayEndWithAPictureGivenUp) {
-    MoveTheHand();
-    Draw(bluePixel);
-    EXPECT_EQ(composition_->Commit(), S_OK);
+    GiveUp(bluePixel);
     // TearDown looks whether everything goes.
 }
 
