@@ -47,6 +47,7 @@ void User::MovePointer(int x, int y) {
 }
 
 void User::Button(int button, bool down) {
+    if (down) WaitForFreePointer();
     xcb_test_fake_input(x_.get(), down ? XCB_BUTTON_PRESS : XCB_BUTTON_RELEASE, static_cast<std::uint8_t>(button),
                         XCB_CURRENT_TIME, screen_->root, 0, 0, 0);
     const int bit = XCB_BUTTON_MASK_1 << (button - 1);
@@ -66,6 +67,22 @@ void User::WaitForPointer(const std::function<bool(const xcb_query_pointer_reply
         if (std::chrono::steady_clock::now() > deadline) throw std::runtime_error(failure);
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
+}
+
+// A manager that is late still has the pointer of the last drag and would take a press for itself. No hand is so fast.
+void User::WaitForFreePointer() {
+    constexpr std::uint16_t anyButton = XCB_BUTTON_MASK_1 | XCB_BUTTON_MASK_2 | XCB_BUTTON_MASK_3;
+    WaitForPointer(
+        [&](const xcb_query_pointer_reply_t& now) {
+            if (now.mask & anyButton) return true;
+            const auto cookie = xcb_grab_pointer(x_.get(), 0, screen_->root, 0, XCB_GRAB_MODE_ASYNC,
+                                                 XCB_GRAB_MODE_ASYNC, XCB_NONE, XCB_NONE, XCB_CURRENT_TIME);
+            const auto taken = Needed(xcb_grab_pointer_reply(x_.get(), cookie, nullptr), "no answer to a grab");
+            if (taken->status != XCB_GRAB_STATUS_SUCCESS) return false;
+            xcb_ungrab_pointer(x_.get(), XCB_CURRENT_TIME);
+            return true;
+        },
+        "somebody keeps the pointer");
 }
 
 void User::Key(int keycode, bool down) {

@@ -36,8 +36,8 @@ class User {
 public:
     User();
 
-    /// Both return when the server has handed the event out; they throw after twenty seconds. x and y lie on the
-    /// screen, and the button is one of the first five.
+    /// A press waits until nobody has the pointer to themselves. Both return when the server has handed the event out;
+    /// they throw after twenty seconds. x and y lie on the screen, and the button is one of the first five.
     void MovePointer(int x, int y);
     void Button(int button, bool down);
     void Key(int keycode, bool down);
@@ -92,6 +92,7 @@ public:
 
 private:
     void Settle();
+    void WaitForFreePointer();
     void WaitForPointer(const std::function<bool(const xcb_query_pointer_reply_t&)>& condition,
                         const std::string& failure);
     xcb_atom_t Atom(const char* name);
