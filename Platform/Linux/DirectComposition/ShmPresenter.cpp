@@ -84,11 +84,9 @@ HRESULT ShmPresenter::Show(const std::vector<Layer>& layers, Outdated outdated) 
         const SIZE size = PictureSize(layers, window);
         if (WouldLieWithinFormer(size, window)) {
             // The picture of the window's own size is on its way.
-        } else if (HasIncomplete(layers)) {
-            return S_OK;  // the picture in whose place it was left out is on its way
-        } else if (outdated == Outdated::GiveUp && IsSame(size, former_) && IsSame(size, window) &&
-                   GiveUpIfOutdated(layers)) {
-            return S_OK;
+        } else if (HasIncomplete(layers) || (outdated == Outdated::GiveUp && IsSame(size, former_) &&
+                                             IsSame(size, window) && GiveUpIfOutdated(layers))) {
+            return S_OK;  // the picture that comes in its place is on its way
         } else if (SharedImage* const image = screen_->NextImage(size)) {
             Compose(image->View(), layers);
             screen_->PutNext();
