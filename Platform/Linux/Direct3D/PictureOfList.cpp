@@ -8,7 +8,7 @@ namespace Platform::Direct3D {
 namespace {
 
 // What is drawn in one step at the most, in pixels: a few milliseconds' work for the costliest programs. Each step
-// costs as much as some thousand pixels. Its rows are a multiple of the squares that the processors share out among
+// costs as much as some ten thousand pixels. Its rows are a multiple of the squares that the processors share out among
 // them.
 constexpr UINT stepArea = 240 * 1024;
 constexpr UINT squareSide = 64;

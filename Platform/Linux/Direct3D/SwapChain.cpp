@@ -47,7 +47,7 @@ void SwapChain::MakeBuffers(const DXGI_SWAP_CHAIN_DESC1& desc) {
     texture.BindFlags = D3D11_BIND_RENDER_TARGET;
     if (desc.BufferUsage & DXGI_USAGE_SHADER_INPUT) texture.BindFlags |= D3D11_BIND_SHADER_RESOURCE;
     backBuffer_ = MakeObject<Texture2D>(*owner_.Get(), texture, first);
-    if (desc.Flags & DXGI_SWAP_CHAIN_FLAG_FRAME_LATENCY_WAITABLE_OBJECT) backBuffer_->SetPacer(pacer_);
+    backBuffer_->SetPacer(pacer_);
     back_ = std::move(first);
     other_ = std::move(second);
     desc_ = desc;

@@ -42,7 +42,7 @@ public:
     const std::shared_ptr<Texture>& Image() const { return image_; }
     void SetImage(std::shared_ptr<Texture> image) { image_ = std::move(image); }
 
-    /// Of the back buffer of a swap chain that is waited for: what paces its frames.
+    /// Of a swap chain's back buffer: what paces its frames.
     void SetPacer(std::shared_ptr<const FramePacer> pacer) { pacer_ = std::move(pacer); }
     /// Whether the frame that is being drawn on it shows nothing of input that has come, as FrameRhythm tells.
     bool IsOutdated() const { return pacer_ && pacer_->IsOutdated(); }

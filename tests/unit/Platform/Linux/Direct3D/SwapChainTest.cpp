@@ -198,6 +198,10 @@ TEST_F(SwapChainTest, WithoutItsFlagThereIsNoWaitable) {
     ComPtr<IDXGISwapChain2> second;
     ASSERT_EQ(made.As(&second), S_OK);
     EXPECT_EQ(second->GetFrameLatencyWaitableObject(), nullptr);
+    ComPtr<IPresentable> unpaced;
+    ASSERT_EQ(made.As(&unpaced), S_OK);
+    unpaced->Hurry();
+    EXPECT_FALSE(unpaced->IsOutdated());
     EXPECT_EQ(second->SetMaximumFrameLatency(1), DXGI_ERROR_INVALID_CALL);
 }
 

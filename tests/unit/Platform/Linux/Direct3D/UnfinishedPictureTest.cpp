@@ -201,6 +201,24 @@ TEST_F(UnfinishedPictureTest, TheStepsTogetherDrawWhatOneDrawingDoes) {
     EXPECT_TRUE(inSteps == atOnce);
 }
 
+TEST_F(UnfinishedPictureTest, AClearComesOnceAndAheadOfTheDrawingThatFollowsIt) {
+    const auto image = BackImage();
+    constexpr float clearColor[4] = {1, 0, 0, 1};
+    deferred->ClearRenderTargetView(target.Get(), clearColor);
+    WriteColor(deferred.Get(), constants.Get(), ColorOf(green));
+    SetStrip(deferred.Get(), target.Get(), width / 2, height);
+    deferred->PSSetShader(MakePixelShader(Programs::constant).Get(), nullptr, 0);
+    deferred->PSSetConstantBuffers(0, 1, constants.GetAddressOf());
+    deferred->Draw(4, 0);
+    Execute(Finish());
+    ASSERT_TRUE(IsPutOff(image));
+    graphics->AwaitPixels(image);
+    for (const UINT y : {0U, height / 2, height - 1}) {
+        EXPECT_EQ(Row(*image, y)[0], green) << y;
+        EXPECT_EQ(Row(*image, y)[width - 1], red) << y;
+    }
+}
+
 TEST_F(UnfinishedPictureTest, APictureThatWasPresentedIsDrawnIntoItsOwnBuffer) {
     const auto first = BackImage();
     Execute(Fill(red));
@@ -367,6 +385,23 @@ TEST_F(UnfinishedPictureTest, AListThatDrawsOnAnotherSwapChainsBufferTooIsPlayed
     deferred->ClearRenderTargetView(otherTarget.Get(), black);
     WriteColor(deferred.Get(), constants.Get(), ColorOf(red));
     RecordFill(otherTarget.Get());
+    RecordFill(target.Get());
+    Execute(Finish());
+    EXPECT_FALSE(IsPutOff(BackImage()));
+}
+
+TEST_F(UnfinishedPictureTest, AListThatReadsASwapChainsBufferIsPlayedAtOnce) {
+    DXGI_SWAP_CHAIN_DESC1 desc = SwapChainDescription(width, height);
+    desc.BufferUsage |= DXGI_USAGE_SHADER_INPUT;
+    ComPtr<IDXGIFactory7> factory;
+    ASSERT_EQ(CreateDXGIFactory2(0, IID_PPV_ARGS(&factory)), S_OK);
+    ComPtr<IDXGISwapChain1> other;
+    ASSERT_EQ(factory->CreateSwapChainForComposition(device.Get(), &desc, nullptr, &other), S_OK);
+    ComPtr<ID3D11Texture2D> otherBuffer;
+    ASSERT_EQ(other->GetBuffer(0, IID_PPV_ARGS(&otherBuffer)), S_OK);
+    ComPtr<ID3D11ShaderResourceView> view;
+    ASSERT_EQ(device->CreateShaderResourceView(otherBuffer.Get(), nullptr, &view), S_OK);
+    deferred->PSSetShaderResources(0, 1, view.GetAddressOf());
     RecordFill(target.Get());
     Execute(Finish());
     EXPECT_FALSE(IsPutOff(BackImage()));
