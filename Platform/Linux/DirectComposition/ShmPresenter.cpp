@@ -104,7 +104,8 @@ HRESULT ShmPresenter::Show(const std::vector<Layer>& layers, Outdated outdated) 
     return E_FAIL;  // The device failed; the picture on the screen stays.
 }
 
-// Only a picture that costs something and is the only news, and that a turn of the same thread will follow.
+// Only a picture that is still to be drawn and is the only news. If no frame follows, the thread shows it before it
+// sleeps.
 bool ShmPresenter::GiveUpIfOutdated(const std::vector<Layer>& layers) {
     ComPtr<Direct3D::IPresentable> news;
     for (const Layer& layer : layers) {

@@ -143,8 +143,8 @@ class Desktop:
     def _start_display(self, size):
         read, write = os.pipe()
         # Without -noreset the server starts over whenever its only client of the moment leaves.
-        self.start("Xvfb", "Xvfb", "-displayfd", write, "-screen", "0", f"{size[0]}x{size[1]}x24", "-nolisten", "tcp", "-noreset",
-                   pass_fds=(write,))
+        self.start("Xvfb", "Xvfb", "-displayfd", write, "-screen", "0", f"{size[0]}x{size[1]}x24", "-nolisten", "tcp",
+                   "-noreset", pass_fds=(write,))
         os.close(write)
         with os.fdopen(read) as pipe:
             number = pipe.readline().strip()
