@@ -39,14 +39,12 @@ protected:
         if (HasFatalFailure()) return;
         graphics = GraphicsDevice::From(device.Get());
         if (!graphics->IsSoftware()) GTEST_SKIP() << "On hardware no picture is put off.";
-        ComPtr<IDXGIFactory7> factory;
-        ASSERT_EQ(CreateDXGIFactory2(0, IID_PPV_ARGS(&factory)), S_OK);
         const DXGI_SWAP_CHAIN_DESC1 desc = SwapChainDescription(width, height, DXGI_ALPHA_MODE_IGNORE);
-        ComPtr<IDXGISwapChain1> made;
-        ASSERT_EQ(factory->CreateSwapChainForComposition(device.Get(), &desc, nullptr, &made), S_OK);
+        const auto made = MakeChain(desc);
+        ASSERT_TRUE(made);
         ASSERT_EQ(made.As(&swapChain), S_OK);
         ASSERT_EQ(made.As(&presentable), S_OK);
-        ASSERT_EQ(swapChain->GetBuffer(0, IID_PPV_ARGS(&buffer)), S_OK);
+        buffer = BufferOf(made.Get());
         target = MakeTarget(buffer.Get());
         constants = MakeConstants();
         deferred = MakeDeferred();
@@ -68,6 +66,20 @@ protected:
         graphics.reset();
         if (waitable) CloseHandle(waitable);
         DeviceFixture::TearDown();
+    }
+
+    ComPtr<IDXGISwapChain1> MakeChain(const DXGI_SWAP_CHAIN_DESC1& desc) {
+        ComPtr<IDXGIFactory7> factory;
+        ComPtr<IDXGISwapChain1> made;
+        EXPECT_EQ(CreateDXGIFactory2(0, IID_PPV_ARGS(&factory)), S_OK);
+        EXPECT_EQ(factory->CreateSwapChainForComposition(device.Get(), &desc, nullptr, &made), S_OK);
+        return made;
+    }
+
+    static ComPtr<ID3D11Texture2D> BufferOf(IDXGISwapChain1* chain) {
+        ComPtr<ID3D11Texture2D> made;
+        EXPECT_EQ(chain->GetBuffer(0, IID_PPV_ARGS(&made)), S_OK);
+        return made;
     }
 
     /// Input outdates the frame that is being drawn.
@@ -374,12 +386,7 @@ TEST_F(UnfinishedPictureTest, AListThatReadsWhatItClearsLaterIsPlayedAtOnce) {
 TEST_F(UnfinishedPictureTest, AListThatDrawsOnAnotherSwapChainsBufferTooIsPlayedAtOnce) {
     DXGI_SWAP_CHAIN_DESC1 desc{};
     ASSERT_EQ(swapChain->GetDesc1(&desc), S_OK);
-    ComPtr<IDXGIFactory7> factory;
-    ASSERT_EQ(CreateDXGIFactory2(0, IID_PPV_ARGS(&factory)), S_OK);
-    ComPtr<IDXGISwapChain1> other;
-    ASSERT_EQ(factory->CreateSwapChainForComposition(device.Get(), &desc, nullptr, &other), S_OK);
-    ComPtr<ID3D11Texture2D> otherBuffer;
-    ASSERT_EQ(other->GetBuffer(0, IID_PPV_ARGS(&otherBuffer)), S_OK);
+    const auto otherBuffer = BufferOf(MakeChain(desc).Get());
     const auto otherTarget = MakeTarget(otherBuffer.Get());
     constexpr float black[4] = {0, 0, 0, 1};
     deferred->ClearRenderTargetView(otherTarget.Get(), black);
@@ -393,12 +400,7 @@ TEST_F(UnfinishedPictureTest, AListThatDrawsOnAnotherSwapChainsBufferTooIsPlayed
 TEST_F(UnfinishedPictureTest, AListThatReadsASwapChainsBufferIsPlayedAtOnce) {
     DXGI_SWAP_CHAIN_DESC1 desc = SwapChainDescription(width, height);
     desc.BufferUsage |= DXGI_USAGE_SHADER_INPUT;
-    ComPtr<IDXGIFactory7> factory;
-    ASSERT_EQ(CreateDXGIFactory2(0, IID_PPV_ARGS(&factory)), S_OK);
-    ComPtr<IDXGISwapChain1> other;
-    ASSERT_EQ(factory->CreateSwapChainForComposition(device.Get(), &desc, nullptr, &other), S_OK);
-    ComPtr<ID3D11Texture2D> otherBuffer;
-    ASSERT_EQ(other->GetBuffer(0, IID_PPV_ARGS(&otherBuffer)), S_OK);
+    const auto otherBuffer = BufferOf(MakeChain(desc).Get());
     ComPtr<ID3D11ShaderResourceView> view;
     ASSERT_EQ(device->CreateShaderResourceView(otherBuffer.Get(), nullptr, &view), S_OK);
     deferred->PSSetShaderResources(0, 1, view.GetAddressOf());
